@@ -1,0 +1,16 @@
+#include "board/ThreadControl.h"
+#include "platform/Thread.h"
+
+GThread::GThread(function<int> body, const std::string& name, function<int> second,
+                 function<int> third)
+    : m_Control(new ThreadControl(body, name, second, third)) {}
+
+GThread::~GThread() = default;
+
+int GThread::start() { return m_Control->start(); }
+
+void GThread::stop() { m_Control->stop(); }
+
+int GThread::running() const { return m_Control->running(); }
+
+int GThread::emptyFun() { return 0; }

@@ -1,0 +1,30 @@
+#include "board/StopSignal.h"
+
+#include <chrono>
+
+namespace {
+
+thread_local StopSignal* currentSignal = nullptr;
+
+} // namespace
+
+void StopSignal::request() {
+    {
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        m_Requested.store(true, std::memory_order_release);
+    }
+    m_Changed.notify_all();
+}
+
+void StopSignal::wait(const TarvikTime& duration) {
+    const auto length = std::chrono::seconds(duration.getSeconds()) +
+                        std::chrono::microseconds(duration.getMicroseconds());
+    std::unique_lock<std::mutex> lock(m_Mutex);
+    m_Changed.wait_for(lock, length, [this] { return isRequested(); });
+}
+
+StopSignal* StopSignal::ofThisThread() { return currentSignal; }
+
+StopSignal::Scope::Scope(StopSignal& signal) { currentSignal = &signal; }
+
+StopSignal::Scope::~Scope() { currentSignal = nullptr; }

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/Time.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+
+/// Tells one thread to end, and wakes it out of a wait.
+class StopSignal {
+public:
+    void request();
+    bool isRequested() const { return m_Requested.load(std::memory_order_acquire); }
+
+    /// Blocks for the duration or until the request.
+    void wait(const TarvikTime& duration);
+
+    /// The signal of the calling thread; null in a thread that no GThread runs.
+    static StopSignal* ofThisThread();
+
+    /// Makes a signal the calling thread's own for as long as the scope lasts.
+    class Scope {
+    public:
+        explicit Scope(StopSignal& signal);
+        ~Scope();
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+    };
+
+private:
+    std::mutex m_Mutex;
+    std::condition_variable m_Changed;
+    std::atomic<bool> m_Requested{false};
+};

@@ -1,0 +1,100 @@
+#include "board/ThreadControl.h"
+
+#include "platform/Diagnostics.h"
+
+#include <exception>
+#include <pthread.h>
+#include <system_error>
+
+namespace {
+
+constexpr char SOURCE[] = "GThread";
+constexpr std::size_t KERNEL_NAME_LENGTH = 15;
+
+} // namespace
+
+thread_local ThreadControl::Run* ThreadControl::s_RunOfThisThread = nullptr;
+
+ThreadControl::ThreadControl(const function<int>& body, const std::string& name,
+                             const function<int>& second, const function<int>& third)
+    : m_Body(body), m_Name(name), m_Second(second), m_Third(third) {}
+
+ThreadControl::~ThreadControl() {
+    stop();
+    if (isOwnThread()) { // destroyed from inside the thread, which ends by itself
+        s_RunOfThisThread->owner = nullptr;
+        m_Thread.detach();
+    }
+}
+
+int ThreadControl::start() {
+    if (isOwnThread()) {
+        return running();
+    }
+    const std::lock_guard<std::mutex> guard(m_Control);
+    if (running() != 0) {
+        return 1;
+    }
+    join();
+    auto run = std::shared_ptr<Run>(new Run{{this}, m_Body, m_Second, m_Third, m_Name, {}, {true}});
+    std::atomic_store(&m_Run, run);
+    try {
+        m_Thread = std::thread(&ThreadControl::execute, run);
+    } catch (const std::system_error& error) {
+        const std::string text = "thread " + m_Name + " cannot be started: " + error.what();
+        Logger::writeLog("ThreadError", text.c_str(), SOURCE, __LINE__);
+        run->alive = false;
+        return 0;
+    }
+    return 1;
+}
+
+void ThreadControl::stop() {
+    if (isOwnThread()) {
+        s_RunOfThisThread->stop.request();
+        return;
+    }
+    const std::lock_guard<std::mutex> guard(m_Control);
+    if (const auto run = std::atomic_load(&m_Run)) {
+        run->stop.request();
+    }
+    join();
+}
+
+int ThreadControl::running() const {
+    const auto run = std::atomic_load(&m_Run);
+    return run != nullptr && run->alive.load() && !run->stop.isRequested() ? 1 : 0;
+}
+
+void ThreadControl::execute(const std::shared_ptr<Run>& run) {
+    pthread_setname_np(pthread_self(), run->name.substr(0, KERNEL_NAME_LENGTH).c_str());
+    s_RunOfThisThread = run.get();
+    const StopSignal::Scope scope(run->stop);
+    std::string cause;
+    try {
+        run->second();
+        while (!run->stop.isRequested()) {
+            run->body();
+        }
+        run->third();
+    } catch (const std::exception& error) {
+        cause = error.what();
+    } catch (...) {
+        cause = "an exception that is no std::exception";
+    }
+    if (!cause.empty()) {
+        const std::string text = "thread " + run->name + " ends by an exception: " + cause;
+        Logger::writeLog("ThreadError", text.c_str(), SOURCE, __LINE__);
+    }
+    run->alive = false;
+}
+
+bool ThreadControl::isOwnThread() const {
+    return s_RunOfThisThread != nullptr && s_RunOfThisThread->owner == this;
+}
+
+void ThreadControl::join() {
+    if (m_Thread.joinable()) {
+        m_Thread.join();
+    }
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/Export.h"
+
+#include <exception>
+#include <string>
+
+/// The one exception type that the library's own code raises: misuse of a SafePointer.
+class NVRHW_API XQRuntimeError : public std::exception {
+public:
+    explicit XQRuntimeError(const std::string& message) : m_Message(message) {}
+
+    const char* what() const noexcept override { return m_Message.c_str(); }
+
+private:
+    std::string m_Message;
+};

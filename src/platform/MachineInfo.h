@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/Export.h"
+
+#include <string>
+
+/// What the factory wrote about this machine. A key that the file does not have is empty.
+class NVRHW_API MachineInfo {
+public:
+    const std::string& getManufacturer() const { return m_Manufacturer; }
+    void setManufacturer(const std::string& value) { m_Manufacturer = value; }
+    const std::string& getModel() const { return m_Model; }
+    void setModel(const std::string& value) { m_Model = value; }
+    const std::string& getSerialNumber() const { return m_SerialNumber; }
+    void setSerialNumber(const std::string& value) { m_SerialNumber = value; }
+    const std::string& getHardwareVersion() const { return m_HardwareVersion; }
+    void setHardwareVersion(const std::string& value) { m_HardwareVersion = value; }
+    const std::string& getProductionDate() const { return m_ProductionDate; }
+    void setProductionDate(const std::string& value) { m_ProductionDate = value; }
+
+private:
+    std::string m_Manufacturer;
+    std::string m_Model;
+    std::string m_SerialNumber;
+    std::string m_HardwareVersion;
+    std::string m_ProductionDate;
+};
+
+/// Reads the machine information file:
+///
+///     [machine]
+///     manufacturer = ...
+///     model = ...
+///     serialNumber = ...
+///     hardwareVersion = ...
+///     productionDate = 2026-11-02
+class NVRHW_API SystemInfoParser {
+public:
+    /// Non-zero on success; 0, with the cause in the log and `info` untouched, when the file
+    /// cannot be read or has a line that is neither section, key nor comment.
+    static int parseMachineInfo(const std::string& fileName, MachineInfo& info);
+};

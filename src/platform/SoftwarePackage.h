@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/Export.h"
+
+#include <map>
+#include <string>
+
+/// The software installed on this machine. A key that the file does not have is empty.
+class NVRHW_API SoftwarePackage {
+public:
+    /// Component name to its version.
+    using Components = std::map<std::string, std::string>;
+
+    const std::string& getName() const { return m_Name; }
+    void setName(const std::string& value) { m_Name = value; }
+    const std::string& getVersion() const { return m_Version; }
+    void setVersion(const std::string& value) { m_Version = value; }
+    const std::string& getBuildDate() const { return m_BuildDate; }
+    void setBuildDate(const std::string& value) { m_BuildDate = value; }
+    const Components& getComponents() const { return m_Components; }
+    void setComponents(const Components& components) { m_Components = components; }
+
+private:
+    std::string m_Name;
+    std::string m_Version;
+    std::string m_BuildDate;
+    Components m_Components;
+};
+
+/// Reads the package version file:
+///
+///     [package]
+///     name = ...
+///     version = ...
+///     buildDate = 2026-11-02
+///     [components]
+///     <component> = <version>
+class NVRHW_API SoftwarePackageParser {
+public:
+    /// As SystemInfoParser::parseMachineInfo().
+    int parse(const std::string& fileName, SoftwarePackage& package);
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/Export.h"
+
+#include <string>
+
+class NVRHW_API SystemHelper {
+public:
+    /// This process's id.
+    static int getPid();
+};
+
+class NVRHW_API DataConverter {
+public:
+    /// Replaces `text` by the decimal text of `value`, without blanks or leading zeros.
+    static void convert(const int& value, std::string& text);
+};

@@ -1,0 +1,193 @@
+#include "foundation/SafePointer.h"
+
+#include "foundation/function.h"
+#include "platform/HardwareConfigure.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace {
+
+/// Counts its living objects.
+class Animal {
+public:
+    Animal() { ++s_Alive; }
+    Animal(const Animal&) = delete;
+    virtual ~Animal() { --s_Alive; }
+
+    static int s_Alive;
+};
+int Animal::s_Alive = 0;
+
+class Dog : public Animal {};
+class Cat : public Animal {};
+
+/// Sees and bends the two fields of a pointer.
+template <typename T> class Probe : public SafePointer<T> {
+public:
+    using SafePointer<T>::SafePointer;
+    using SafePointer<T>::operator=;
+
+    ref_count*& record() { return this->m_RefCount; }
+    T*& pointer() { return this->m_Pointer; }
+    int count() { return this->m_RefCount->getCount(); }
+};
+
+/// The text of the XQRuntimeError that the action raises, and what it wrote to standard output.
+struct Outcome {
+    std::string raised;
+    std::string printed;
+};
+
+Outcome run(const std::function<void()>& action) {
+    Outcome outcome;
+    testing::internal::CaptureStdout();
+    try {
+        action();
+        outcome.raised = "nothing";
+    } catch (const XQRuntimeError& error) {
+        outcome.raised = error.what();
+    }
+    outcome.printed = testing::internal::GetCapturedStdout();
+    return outcome;
+}
+
+void expectReport(const std::string& message, const std::function<void()>& action) {
+    const Outcome outcome = run(action);
+    EXPECT_EQ(outcome.raised, "SafePointer Report:" + message);
+    EXPECT_EQ(outcome.printed, outcome.raised + "\n");
+}
+
+void expectSilentError(const std::string& message, const std::function<void()>& action) {
+    const Outcome outcome = run(action);
+    EXPECT_EQ(outcome.raised, message);
+    EXPECT_EQ(outcome.printed, "");
+}
+
+const std::string ANIMAL = typeid(Animal).name();
+const std::string DOG = typeid(Dog).name();
+const std::string CAT = typeid(Cat).name();
+
+TEST(SafePointer, DeletesWithTheLastHolder) {
+    Probe<Animal> first(new Dog);
+    {
+        const SafePointer<Animal> second(first);
+        SafePointer<Animal> third;
+        third = second;
+        EXPECT_EQ(first.count(), 3);
+        third = *&third;
+        EXPECT_EQ(first.count(), 3);
+        first = SafePointer<Animal>(new Cat);
+        EXPECT_EQ(Animal::s_Alive, 2);
+    }
+    EXPECT_EQ(Animal::s_Alive, 1);
+    first.dec_reference();
+    EXPECT_EQ(Animal::s_Alive, 0);
+    first.dec_reference(); // empty by now
+    SafePointer<Animal> empty;
+    empty = *&empty;
+}
+
+TEST(SafePointer, ReportsMisuseOfEmptyPointers) {
+    Animal* const nothing = nullptr;
+    const SafePointer<Animal> empty;
+    const SafePointer<Dog> emptyDog;
+    Probe<Animal> target(new Animal);
+    Probe<Animal> sharer(target);
+
+    expectReport(ANIMAL + " Use NULL pointer ->", [&] { empty.operator->(); });
+    expectReport(ANIMAL + " Construct from NULL original pointer",
+                 [&] { SafePointer<Animal> made(nothing); });
+    expectReport(ANIMAL + " Construct from NULL <T>pointer",
+                 [&] { SafePointer<Animal> made(empty); });
+    expectReport(ANIMAL + " Construct from NULL <U>pointer",
+                 [&] { SafePointer<Animal> made(emptyDog); });
+    expectReport(ANIMAL + " Assigned NULL <T>pointer", [&] { target = empty; });
+    expectReport(ANIMAL + " dynamic pointer cast NULL pointer",
+                 [&] { dynamic_pointer_cast<Dog>(empty); });
+    EXPECT_EQ(target.count(), 2) << "a refused assignment leaves the target as it was";
+    expectReport("22HardwareConfigItemList Use NULL pointer ->",
+                 [] { SafePointer<HardwareConfigItemList>().operator->(); });
+}
+
+TEST(SafePointer, ReportsSourcesThatAreGone) {
+    Probe<Dog> dog(new Dog);
+    ref_count* const record = dog.record();
+
+    dog.record() = nullptr;
+    expectReport(DOG + " Already destructed 1", [&] { SafePointer<Dog> made(dog); });
+    dog.record() = record;
+
+    Probe<Dog> retired(new Dog);
+    Dog* const kept = retired.pointer();
+    retired.record()->lock();
+    RefCountManager::getInstance()->returnbackRefCount(retired.record(), "");
+    retired.record()->unLock();
+    expectReport(DOG + " Already destructed 2", [&] { SafePointer<Animal> made(retired); });
+    expectSilentError("not valid pointer in dec_reference", [&] { retired.dec_reference(); });
+    delete kept;
+
+    record->dec_reference();
+    SafePointer<Dog> target(new Dog);
+    expectReport(DOG + " Already destructed 3", [&] { target = dog; });
+    EXPECT_TRUE(target.isNull()) << "the old object was released, the new one never taken";
+    expectReport(DOG + " Already destructed 3", [&] { dynamic_pointer_cast<Dog>(dog); });
+    EXPECT_EQ(record->lock(), 0) << "every error releases the record first";
+    record->unLock();
+    record->inc_reference();
+    EXPECT_EQ(record->getCount(), 0) << "a dead count stays dead";
+    delete dog.pointer();
+    dog.pointer() = nullptr;
+}
+
+TEST(SafePointer, NoticesARecordOfAnotherObject) {
+    Probe<Animal> one(new Animal);
+    Probe<Animal> other(new Animal);
+    std::swap(one.record(), other.record());
+    expectSilentError("not valid pointer in inc_reference ",
+                      [&] { SafePointer<Animal> made(one); });
+    EXPECT_EQ(one.count(), 1);
+    EXPECT_EQ(one.record()->lock(), 0);
+    one.record()->unLock();
+    std::swap(one.record(), other.record());
+
+    auto* const wrong = new Probe<Animal>(one);
+    wrong->record() = other.record();
+    expectSilentError("not valid pointer in dec_reference", [&] { delete wrong; });
+    one.record()->dec_reference(); // the reference that `wrong` could not give back
+    EXPECT_EQ(Animal::s_Alive, 2);
+}
+
+TEST(SafePointer, CastsByTheObjectsType) {
+    Probe<Animal> animal(new Dog);
+    {
+        const SafePointer<Dog> dog = dynamic_pointer_cast<Dog>(animal);
+        EXPECT_EQ(animal.count(), 2);
+    }
+    expectSilentError("can't dynmic_cast!,src type is(" + ANIMAL + "),dest type is(" + CAT + ")",
+                      [&] { dynamic_pointer_cast<Cat>(animal); });
+    EXPECT_EQ(animal.count(), 1);
+}
+
+int seven() { return 7; }
+
+TEST(function, CopiesShareOneCallable) {
+    struct Counter {
+        int next() { return ++m_Value; }
+        int m_Value = 0;
+    } counter;
+    const std::size_t before = AllocationLedger::outstanding().size();
+    {
+        const function<int> plain(seven);
+        const function<int> bound(&Counter::next, &counter);
+        const function<int> copy(bound); // NOLINT(performance-unnecessary-copy-initialization)
+        EXPECT_EQ(AllocationLedger::outstanding().size(), before + 2);
+        EXPECT_EQ(plain(), 7);
+        EXPECT_EQ(bound(), 1);
+        EXPECT_EQ(copy(), 2);
+    }
+    EXPECT_EQ(AllocationLedger::outstanding().size(), before);
+}
+
+} // namespace
