@@ -40,6 +40,7 @@ int ThreadControl::start() {
     std::atomic_store(&m_Run, run);
     try {
         m_Thread = std::thread(&ThreadControl::execute, run);
+        pthread_setname_np(m_Thread.native_handle(), m_Name.substr(0, KERNEL_NAME_LENGTH).c_str());
     } catch (const std::system_error& error) {
         const std::string text = "thread " + m_Name + " cannot be started: " + error.what();
         Logger::writeLog("ThreadError", text.c_str(), SOURCE, __LINE__);
@@ -67,7 +68,6 @@ int ThreadControl::running() const {
 }
 
 void ThreadControl::execute(const std::shared_ptr<Run>& run) {
-    pthread_setname_np(pthread_self(), run->name.substr(0, KERNEL_NAME_LENGTH).c_str());
     s_RunOfThisThread = run.get();
     const StopSignal::Scope scope(run->stop);
     std::string cause;

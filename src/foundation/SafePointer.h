@@ -16,6 +16,10 @@ template <typename T, typename U> SafePointer<T> dynamic_pointer_cast(const Safe
 /// "SafePointer Report:<type> <message>" to standard output and raises XQRuntimeError with the
 /// same text. A pointer is empty or holds an object; the object is deleted with its last holder.
 ///
+/// A release that finds its record counting another object raises as well, also out of the
+/// destructor: a class that holds a SafePointer and overrides a destructor of a base that is not
+/// this library's declares its own destructor noexcept.
+///
 /// Only conversions that keep the address are supported: single inheritance, base first.
 ///
 /// Threads: holders of one object may live in different threads. One SafePointer object must not

@@ -44,7 +44,7 @@ private:
 /// failure; a line that failed works again as soon as the cause is gone.
 class NVRHW_API IGPIO {
 public:
-    virtual ~IGPIO() = default;
+    virtual ~IGPIO() noexcept(false) {}
 
     virtual int init() = 0;
     virtual int uninit() = 0;

@@ -14,7 +14,7 @@ public:
     /// installed with it.
     using Handler = void (*)(int);
 
-    virtual ~IGPIODetect() = default;
+    virtual ~IGPIODetect() noexcept(false) {}
 
     virtual int open() = 0;
     virtual void close() = 0;

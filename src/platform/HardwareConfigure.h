@@ -12,7 +12,7 @@ class NVRHW_API HardwareConfigItem {
 public:
     enum Type { GPIO_SIGNAL = 1 };
 
-    virtual ~HardwareConfigItem() = default;
+    virtual ~HardwareConfigItem() noexcept(false) {}
     virtual int getType() const = 0;
     virtual int getId() const = 0;
 };

@@ -13,7 +13,8 @@ public:
 /// Receives messages from the subjects it was added to.
 class NVRHW_API IObserver {
 public:
-    virtual ~IObserver() = default;
+    // Observers often hold services, whose release may raise.
+    virtual ~IObserver() noexcept(false) {}
 
     /// Called in the notifying thread. The message lives only for the call: copy what is needed.
     virtual void update(IMessage* message) = 0;

@@ -1,0 +1,240 @@
+#include "gpio/GPIOOperator.h"
+
+#include "platform/Diagnostics.h"
+#include "support/FakeGPIO.h"
+#include "support/Gate.h"
+#include "support/ManualClock.h"
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <pthread.h>
+#include <thread>
+
+namespace {
+
+constexpr int HOLD = 1;
+constexpr int TOGGLE = 2;
+constexpr int PULSE = 3;
+
+bool workerRuns() {
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::string name;
+        std::getline(std::ifstream(task.path() / "comm"), name);
+        if (name == "GPIOOperationTh") {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Passes are run by the test, in virtual time; the operator's own worker is parked in its first
+/// wait.
+class GPIOOperatorTest : public testing::Test {
+protected:
+    GPIOOperatorTest() : m_Driver(new ("test", __LINE__) FakeGPIO) {
+        m_Operator.setGPIO(SafePointer<IGPIO>(m_Driver));
+    }
+    ~GPIOOperatorTest() noexcept override {}
+
+    std::string journalAfter(int passes) {
+        for (int i = 0; i < passes; ++i) {
+            m_Operator.execOperation();
+        }
+        return m_Driver->takeJournal();
+    }
+
+    bool hasRecord(int group, int bit) { return !m_Operator.findRecord(group, bit).isNull(); }
+
+    ManualClock m_Clock;
+    FakeGPIO* m_Driver; // owned by the operator
+    GPIOOperator m_Operator;
+};
+
+TEST_F(GPIOOperatorTest, CarriesOutEachModeOnThePassGrid) {
+    const struct {
+        const char* what;
+        int mode, level, stopLevel;
+        float frequency;
+        int timeOut;
+        int passes;
+        const char* journal;
+        bool recordLeft;
+    } rows[] = {
+        {"hold for good", HOLD, 1, 0, 0, 0, 4, "0:2/1=1", false},
+        {"hold for a time", HOLD, 1, 0, 0, 420, 12, "0:2/1=1 450:2/1=0", false},
+        {"hold to a boundary", HOLD, 1, 0, 0, 500, 12, "0:2/1=1 500:2/1=0 550:2/1=0", false},
+        {"toggle, stop level", TOGGLE, 1, 1, 4, 800, 20,
+         "0:2/1=1 250:2/1=0 500:2/1=1 750:2/1=0 850:2/1=1", false},
+        {"toggle off the grid", TOGGLE, 0, 0, 7, 0, 8, "0:2/1=0 150:2/1=1 300:2/1=0", true},
+        {"toggle at every pass", TOGGLE, 7, 0, 0, 0, 3, "0:2/1=7 50:2/1=0 100:2/1=1 150:2/1=0",
+         true},
+        {"pulse", PULSE, 0, 0, 5, 900, 4, "0:2/1=0 10:2/1=1", false},
+        {"unknown, with time-out", 4, 1, 0, 9, 60, 3, "0:2/1=1 100:2/1=0", false},
+        {"unknown, for good", 0, 1, 0, 9, 0, 9, "0:2/1=1", true},
+        {"longest time-out", HOLD, 1, 0, 0, 2147484, 20, "0:2/1=1", true},
+    };
+    for (const auto& row : rows) {
+        ManualClock clock;
+        auto* driver = new ("test", __LINE__) FakeGPIO;
+        GPIOOperator gpio;
+        gpio.setGPIO(SafePointer<IGPIO>(driver));
+        EXPECT_EQ(gpio.set(2, 1, row.mode, row.level, row.stopLevel, row.frequency, row.timeOut),
+                  1);
+        for (int i = 0; i < row.passes; ++i) {
+            EXPECT_EQ(gpio.execOperation(), 0);
+        }
+        EXPECT_EQ(driver->takeJournal(), row.journal) << row.what;
+        EXPECT_EQ(!gpio.findRecord(2, 1).isNull(), row.recordLeft) << row.what;
+    }
+}
+
+TEST_F(GPIOOperatorTest, StopsOneRecordAPassInKeyOrder) {
+    m_Operator.set(1, 0, HOLD, 1, 0, 0, 80);
+    m_Operator.set(0, 9, HOLD, 1, 0, 0, 80);
+    m_Operator.set(0, 3, TOGGLE, 1, 0, 0, 0);
+    m_Driver->takeJournal();
+    EXPECT_EQ(journalAfter(4), "50:0/3=0 100:0/3=1 100:0/9=0 150:0/3=0 150:1/0=0 200:0/3=1");
+    EXPECT_EQ(GPIOOperator::getRecordKey(1, 5), 65541);
+    EXPECT_EQ(GPIOOperator::getRecordKey(0, 0), 0);
+    EXPECT_EQ(GPIOOperator::getRecordKey(-1, 1), -65535);
+}
+
+TEST_F(GPIOOperatorTest, RestartsTheRecordOfALine) {
+    m_Operator.set(0, 1, TOGGLE, 1, 0, 4, 600);
+    const auto record = m_Operator.findRecord(0, 1);
+    journalAfter(7);
+    m_Operator.set(0, 1, HOLD, 0, 1, 0, 300);
+    EXPECT_EQ(record.operator->(), m_Operator.findRecord(0, 1).operator->());
+    EXPECT_EQ(record->getTimeOut(), 300000);
+    m_Operator.set(0, 1, PULSE, 1, 0, 0, 0);
+    EXPECT_TRUE(hasRecord(0, 1)) << "a pulse leaves the running operation alone";
+    EXPECT_EQ(journalAfter(9), "350:0/1=0 350:0/1=1 360:0/1=0 660:0/1=1");
+}
+
+TEST_F(GPIOOperatorTest, RunsTheWorkerWhileThereAreRecords) {
+    EXPECT_FALSE(workerRuns());
+    m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
+    m_Operator.set(0, 2, TOGGLE, 1, 0, 1, 0);
+    EXPECT_TRUE(workerRuns());
+    m_Operator.set(0, 2, HOLD, 0, 0, 0, 0);
+    EXPECT_TRUE(workerRuns());
+    journalAfter(1);
+    EXPECT_TRUE(workerRuns()) << "a pass does not stop it";
+    m_Operator.set(5, 5, HOLD, 0, 0, 0, 0);
+    EXPECT_FALSE(workerRuns()) << "a cancellation that finds no record does";
+    m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
+    EXPECT_TRUE(workerRuns());
+}
+
+// The worker drives between the caller's own drive and the change of the record: the level that
+// the caller asked for must be the one that stays.
+TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
+    const struct {
+        int mode, level, timeOut;
+        bool recordLeft;
+    } rows[] = {{HOLD, 1, 0, false}, {HOLD, 1, 5000, true}, {TOGGLE, 1, 5000, true}};
+    for (const auto& row : rows) {
+        m_Operator.set(0, 1, HOLD, 0, 0, 0, 40); // over at the next pass
+        m_Driver->m_OnDrive = [this](FakeGPIO::Line, int) {
+            m_Driver->m_OnDrive = nullptr;
+            m_Operator.execOperation();
+        };
+        m_Operator.set(0, 1, row.mode, row.level, 0, 1, row.timeOut);
+        int level = -1;
+        m_Operator.get(0, 1, level);
+        EXPECT_EQ(level, 1) << row.timeOut;
+        EXPECT_EQ(hasRecord(0, 1), row.recordLeft);
+    }
+}
+
+TEST_F(GPIOOperatorTest, SaysWhenTheWorkerCannotStart) {
+    GlobalEnv::getInstance()->setPrintFlag(1);
+    pthread_attr_t usual;
+    pthread_getattr_default_np(&usual);
+    pthread_attr_t absurd;
+    pthread_attr_init(&absurd);
+    pthread_attr_setstacksize(&absurd, ~std::size_t{0} / 4 & ~std::size_t{0xFFFF});
+    pthread_setattr_default_np(&absurd);
+
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "start gpio thread fail\n");
+    EXPECT_EQ(m_Driver->takeJournal(), "0:0/1=1");
+    EXPECT_FALSE(hasRecord(0, 1));
+
+    pthread_setattr_default_np(&usual);
+    GlobalEnv::getInstance()->setPrintFlag(0);
+    EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 1);
+}
+
+TEST_F(GPIOOperatorTest, PassesTheDriversAnswersOn) {
+    m_Driver->breakLine(0, 2);
+    int level = 7;
+    EXPECT_EQ(m_Operator.set(0, 2, 1), 0);
+    EXPECT_EQ(m_Operator.get(0, 2, level), 0);
+    EXPECT_EQ(level, 7);
+    EXPECT_EQ(m_Operator.set(0, 1, 1), 1);
+    EXPECT_EQ(m_Operator.get(0, 1, level), 1);
+    EXPECT_EQ(level, 1);
+    std::vector<IOInfo> lines(2);
+    lines[1].setId(4);
+    lines[1].setBitPosion(1);
+    lines[0].setBitPosion(2);
+    std::vector<IOState> states;
+    EXPECT_EQ(m_Operator.get(lines, states), 0);
+    ASSERT_EQ(states.size(), 1U);
+    EXPECT_EQ(states[0].getId(), 4);
+
+    testing::internal::CaptureStdout();
+    EXPECT_THROW(GPIOOperator().set(0, 0, 1), XQRuntimeError);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "SafePointer Report:5IGPIO Use NULL pointer ->\n");
+}
+
+/// Time that runs as fast as the worker can make passes.
+class HurriedClock : public TimeSource {
+public:
+    HurriedClock() { TarvikTime::setTimeSource(this); }
+    ~HurriedClock() override { TarvikTime::setTimeSource(nullptr); }
+
+    TarvikTime now() override { return {m_Milliseconds / 1000, m_Milliseconds % 1000 * 1000}; }
+    TarvikTime elapse(const TarvikTime& duration) override {
+        m_Milliseconds += duration.getMicroseconds() / 1000;
+        return {};
+    }
+
+private:
+    std::atomic<long> m_Milliseconds{1000};
+};
+
+// One caller keeps cancelling the last record, which stops the worker, while another adds its own:
+// whoever comes last, a record in the map is served.
+TEST(GPIOOperatorRace, EveryRecordIsServed) {
+    HurriedClock clock;
+    auto* driver = new ("test", __LINE__) FakeGPIO;
+    Gate ended;
+    driver->m_OnDrive = [&](FakeGPIO::Line line, int level) {
+        if (line == FakeGPIO::Line{1, 1} && level == 0) {
+            ended.open();
+        }
+    };
+    GPIOOperator gpio;
+    gpio.setGPIO(SafePointer<IGPIO>(driver));
+    std::atomic<bool> done{false};
+    std::thread canceller([&] {
+        while (!done) {
+            gpio.set(0, 1, HOLD, 0, 0, 0, 0);
+        }
+    });
+    for (int round = 1; round <= 400; ++round) {
+        ASSERT_EQ(gpio.set(1, 1, 0, 1, 0, 0, 1), 1);
+        ASSERT_TRUE(ended.wait(round)) << "a record was left without a worker in round " << round;
+        driver->takeJournal();
+    }
+    done = true;
+    canceller.join();
+}
+
+} // namespace
