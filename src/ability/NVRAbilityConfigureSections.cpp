@@ -1,0 +1,168 @@
+#include "ability/ConfigReading.h"
+#include "ability/NVRAbilityConfigure.h"
+#include "platform/Diagnostics.h"
+
+#include <cstdio>
+
+using namespace NS_ConfigReading;
+
+namespace {
+
+int readResolution(const Item& item, MonitorResolution& out) {
+    out.setResolutionId(property<int>(item, "id"));
+    out.setResolutionName(property<std::string>(item, "name").c_str());
+    out.setInputType(property<int>(item, "type"));
+    out.setWidth(property<int>(item, "width"));
+    out.setHeight(property<int>(item, "height"));
+    return 1;
+}
+
+int readLayoutModel(const Item& item, LayoutModel& out) {
+    out.setModelId(property<int>(item, "modelId"));
+    out.setPicNumber(property<int>(item, "picNumber"));
+    return 1;
+}
+
+void trace(const MonitorResolution& resolution) {
+    if (GlobalEnv::getInstance()->getPrintFlag() != 0) {
+        std::printf("---MonitorResolution:MonitorResolutionID= %d,Type = %d,Name = %s,Width = "
+                    "%d,Height = %d-----\n",
+                    resolution.getResolutionId(), resolution.getInputType(),
+                    resolution.getResolutionName(), resolution.getWidth(), resolution.getHeight());
+    }
+}
+
+VideoResolution readVideoResolution(const Node& node) {
+    VideoResolution resolution;
+    resolution.setVideoWidth(property<int>(node, "width"));
+    resolution.setVideoHeight(property<int>(node, "height"));
+    resolution.setResolutionName(property<std::string>(node, "resolutionname").c_str());
+    return resolution;
+}
+
+int readSubWinGroup(const Node& group, SubWinDecodingAbility& out) {
+    const int resolution = readNode(group, "MaxVideoResolution", [&](const Node& node) {
+        out.setMaxVideoResolution(readVideoResolution(node));
+        return 1;
+    });
+    const auto readWindows = [&](const Node& node) {
+        std::vector<int> windows;
+        const auto read = [](const Item& item, int& window) {
+            window = property<int>(item, "winId");
+            return 1;
+        };
+        if (readItems(node, windows, read) == 0) {
+            return 0;
+        }
+        out.setSubWinList(windows);
+        return 1;
+    };
+    return resolution != 0 ? readNode(group, "SubWinList", readWindows) : 0;
+}
+
+int readLayoutDecoding(const Node& layout, LayoutDecodingAbility& out) {
+    out.setLayoutModeID(property<int>(layout, "layoutmodeId"));
+    std::vector<SubWinDecodingAbility> groups;
+    if (readNodes(layout, "SubWinDecodingAbility", groups, readSubWinGroup) == 0) {
+        return 0;
+    }
+    out.setSubWinDecodingAbilityList(groups);
+    return 1;
+}
+
+} // namespace
+
+int NVRAbilityConfigure::parseMonitorResolution(Node& node, std::vector<MonitorResolution>& list) {
+    return readItems(node, list, readResolution);
+}
+
+int NVRAbilityConfigure::parseMonitorAbility(Node& node, MonitorAbility& out) {
+    out.setMonitorId(property<int>(node, "monitorId"));
+    std::vector<Node> groups;
+    node->getConfigNodeList("MonitorResolution", groups); // a monitor may have no resolutions
+    std::vector<MonitorResolution> resolutions;
+    for (const Node& group : groups) {
+        const int inputType = property<int>(group, "monitorType");
+        const auto readReference = [&](const Item& item, MonitorResolution& resolution) {
+            const int id = property<int>(item, "monitorResolutionId");
+            if (getMonitorResolution(inputType, id, resolution) == 0) {
+                return 0;
+            }
+            trace(resolution);
+            return 1;
+        };
+        if (readItems(group, resolutions, readReference) == 0) {
+            return 0;
+        }
+    }
+    out.setMonitorResolutionList(resolutions);
+    return 1;
+}
+
+int NVRAbilityConfigure::parseLayoutAbility(Node& node, LayoutAbility& out) {
+    std::vector<LayoutModel> models;
+    if (readItems(node, models, readLayoutModel) == 0) {
+        return 0;
+    }
+    out.setLayoutModelList(models);
+    return 1;
+}
+
+int NVRAbilityConfigure::parseWebAbility(const Node& node, WebAbility& out) {
+    out.setMaxPlaybackChannelNum(property<int>(node, "MaxPlaybackChannelNumber"));
+    out.setMaxLoginNum(property<int>(node, "MaxLoginNum"));
+    return readNode(node, "LayoutAbility", [&](Node& child) {
+        LayoutAbility layouts;
+        if (parseLayoutAbility(child, layouts) == 0) {
+            return 0;
+        }
+        out.setLayoutAbility(layouts);
+        return 1;
+    });
+}
+
+int NVRAbilityConfigure::parseDecodingAbility(Node& node, DecodingAbility& out) {
+    std::vector<LayoutDecodingAbility> layouts;
+    if (readNodes(node, "LayoutDecodingAbility", layouts, readLayoutDecoding) == 0) {
+        return 0;
+    }
+    out.setLayoutDecodingAbilityList(layouts);
+    return 1;
+}
+
+int NVRAbilityConfigure::parseNetworkAbility(Node& node, NetworkAbility& out) {
+    out.setNetworkCardNum(property<int>(node, "networkCardNum"));
+    std::vector<NetworkCardAbility> cards;
+    const auto read = [&](Node& child, NetworkCardAbility& card) {
+        return parseNetworkCardAbility(child, card);
+    };
+    if (readNodes(node, "NetworkCard", cards, read) == 0) {
+        return 0;
+    }
+    out.setNetworkCardAbilityList(cards);
+    return 1;
+}
+
+int NVRAbilityConfigure::parseNetworkCardAbility(Node& node, NetworkCardAbility& out) {
+    out.setNetworkCardId(property<int>(node, "networkcardID"));
+    std::vector<NetWorkingMode> modes;
+    const auto read = [&](Item& item, NetWorkingMode& mode) {
+        return parseNetWorkingMode(item, mode);
+    };
+    if (readItems(node, modes, read) == 0) {
+        return 0;
+    }
+    out.setNetWorkingModeList(modes);
+    return 1;
+}
+
+int NVRAbilityConfigure::parseNetWorkingMode(Item& item, NetWorkingMode& out) {
+    out.setWorkingType(property<int>(item, "networkingType"));
+    out.setWorkingName(property<std::string>(item, "netWorkingModeName").c_str());
+    out.setSupportIpConfigFlag(property<bool>(item, "supportIPCConfigFlag"));
+    out.setSupportDHCPServerFlag(property<bool>(item, "supportDHCPServerFlag"));
+    out.setSupportDHCPClientFlag(property<bool>(item, "supportDHCPClientFlag"));
+    out.setSupportDNSConfigFlag(property<bool>(item, "supportDNSConfigFlag"));
+    out.setSupportPOEConfigFlag(property<bool>(item, "supportPOEConfigFlag"));
+    return 1;
+}

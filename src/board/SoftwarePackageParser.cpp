@@ -1,0 +1,28 @@
+#include "board/ConfigError.h"
+#include "board/IniFile.h"
+#include "platform/SoftwarePackage.h"
+
+namespace {
+
+constexpr char SOURCE[] = "SoftwarePackageParser";
+constexpr char SUBJECT[] = "SoftwarePackage";
+
+constexpr char PACKAGE[] = "package";
+constexpr char NAME[] = "name";
+constexpr char VERSION[] = "version";
+constexpr char BUILD_DATE[] = "buildDate";
+constexpr char COMPONENTS[] = "components";
+
+} // namespace
+
+int SoftwarePackageParser::parse(const std::string& fileName, SoftwarePackage& package) {
+    return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
+        const IniFile file(GlobalEnv::getInstance()->resolve(fileName));
+        SoftwarePackage read;
+        read.setName(file.value(PACKAGE, NAME));
+        read.setVersion(file.value(PACKAGE, VERSION));
+        read.setBuildDate(file.value(PACKAGE, BUILD_DATE));
+        read.setComponents(file.section(COMPONENTS));
+        package = read;
+    });
+}

@@ -1,0 +1,66 @@
+#include "board/XmlDocument.h"
+
+#include "board/ConfigError.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Collects what pugixml writes.
+class TextWriter : public pugi::xml_writer {
+public:
+    explicit TextWriter(std::string& text) : m_Text(text) {}
+    void write(const void* data, std::size_t size) override {
+        m_Text.append(static_cast<const char*>(data), size);
+    }
+
+private:
+    std::string& m_Text;
+};
+
+bool isElement(const pugi::xml_node& node) { return node.type() == pugi::node_element; }
+
+} // namespace
+
+XmlDocument::XmlDocument(const std::string& path, const std::string& text) : m_Path(path) {
+    for (std::size_t i = text.find('\n'); i != std::string::npos; i = text.find('\n', i + 1)) {
+        m_LineEnds.push_back(static_cast<std::ptrdiff_t>(i));
+    }
+    const pugi::xml_parse_result result =
+        m_Tree.load_buffer(text.data(), text.size(), pugi::parse_full);
+    if (!result) {
+        fail(result.offset, result.description());
+    }
+    if (result.encoding != pugi::encoding_utf8) {
+        fail(0, "the encoding is not UTF-8");
+    }
+    const pugi::xml_node root = m_Tree.document_element();
+    for (pugi::xml_node node = root.next_sibling(); node; node = node.next_sibling()) {
+        if (isElement(node)) {
+            fail(node.offset_debug(), std::string("a second root element ") + node.name());
+        }
+    }
+}
+
+void XmlDocument::fail(std::ptrdiff_t offset, const std::string& cause) const {
+    throw ConfigError(position(offset) + ": " + cause);
+}
+
+std::string XmlDocument::position(const pugi::xml_node& node) const {
+    return position(node.offset_debug());
+}
+
+std::string XmlDocument::position(std::ptrdiff_t offset) const {
+    if (offset < 0) {
+        return m_Path; // not from the file
+    }
+    const auto line = std::lower_bound(m_LineEnds.begin(), m_LineEnds.end(), offset);
+    return m_Path + ":" + std::to_string(line - m_LineEnds.begin() + 1);
+}
+
+std::string XmlDocument::text() const {
+    std::string text;
+    TextWriter writer(text);
+    m_Tree.save(writer, "    ", pugi::format_indent, pugi::encoding_utf8);
+    return text;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <pugixml.hpp>
+#include <string>
+#include <vector>
+
+/// A parsed XML document in UTF-8 that knows where in the file its elements stand.
+class XmlDocument {
+public:
+    /// Throws ConfigError when `text`, read from `path`, is not one well-formed document.
+    XmlDocument(const std::string& path, const std::string& text);
+
+    const std::string& path() const { return m_Path; }
+    pugi::xml_node root() const { return m_Tree.document_element(); }
+
+    /// "<path>:<line>".
+    std::string position(const pugi::xml_node& node) const;
+
+    /// The document as text: everything but blanks between elements is as it was read.
+    std::string text() const;
+
+private:
+    std::string position(std::ptrdiff_t offset) const;
+    [[noreturn]] void fail(std::ptrdiff_t offset, const std::string& cause) const;
+
+    std::string m_Path;
+    std::vector<std::ptrdiff_t> m_LineEnds;
+    pugi::xml_document m_Tree;
+};
