@@ -1,9 +1,9 @@
 #include "board/ObserverList.h"
 
+#include "board/ExceptionText.h"
 #include "platform/Diagnostics.h"
 
 #include <algorithm>
-#include <exception>
 #include <string>
 
 namespace {
@@ -13,15 +13,8 @@ constexpr char SOURCE[] = "ISubject";
 thread_local int notificationDepth = 0;
 
 void deliver(IObserver& observer, IMessage* message) {
-    std::string cause;
     ++notificationDepth;
-    try {
-        observer.update(message);
-    } catch (const std::exception& error) {
-        cause = error.what();
-    } catch (...) {
-        cause = "an exception that is no std::exception";
-    }
+    const std::string cause = exceptionText([&] { observer.update(message); });
     --notificationDepth;
     if (!cause.empty()) {
         const std::string text = "an observer ended its update by an exception: " + cause;
@@ -53,7 +46,6 @@ int ObserverList::remove(int id) {
         return 0;
     }
     const EntryPointer entry = found->second;
-    entry->removed = true;
     m_Entries.erase(found);
     if (notificationDepth == 0) {
         m_CallEnded.wait(lock, [&] { return entry->calls == 0; });

@@ -19,7 +19,6 @@ private:
     struct Entry {
         IObserver* observer;
         int calls = 0; ///< calls in progress, in all threads
-        bool removed = false;
     };
     using EntryPointer = std::shared_ptr<Entry>;
 

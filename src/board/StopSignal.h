@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board/FileDescriptor.h"
 #include "platform/Time.h"
 
 #include <atomic>
@@ -15,6 +16,10 @@ public:
 
     /// Blocks for the duration or until the request.
     void wait(const TarvikTime& duration);
+
+    /// A descriptor that becomes readable with the request, for waits that also watch others; -1
+    /// when the process has no descriptor left.
+    int getDescriptor();
 
     /// The signal of the calling thread; null in a thread that no GThread runs.
     static StopSignal* ofThisThread();
@@ -32,4 +37,5 @@ private:
     std::mutex m_Mutex;
     std::condition_variable m_Changed;
     std::atomic<bool> m_Requested{false};
+    FileDescriptor m_Event; // made when it is first asked for; guarded by m_Mutex
 };

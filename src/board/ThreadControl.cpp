@@ -1,10 +1,10 @@
 #include "board/ThreadControl.h"
 
+#include "board/ExceptionText.h"
 #include "platform/Diagnostics.h"
 
 #include <exception>
 #include <pthread.h>
-#include <system_error>
 
 namespace {
 
@@ -22,6 +22,7 @@ ThreadControl::ThreadControl(const function<int>& body, const std::string& name,
 ThreadControl::~ThreadControl() {
     stop();
     if (isOwnThread()) { // destroyed from inside the thread, which ends by itself
+        const std::lock_guard<std::mutex> guard(m_Control); // start() may not yet have returned
         s_RunOfThisThread->owner = nullptr;
         m_Thread.detach();
     }
@@ -41,7 +42,7 @@ int ThreadControl::start() {
     try {
         m_Thread = std::thread(&ThreadControl::execute, run);
         pthread_setname_np(m_Thread.native_handle(), m_Name.substr(0, KERNEL_NAME_LENGTH).c_str());
-    } catch (const std::system_error& error) {
+    } catch (const std::exception& error) {
         const std::string text = "thread " + m_Name + " cannot be started: " + error.what();
         Logger::writeLog("ThreadError", text.c_str(), SOURCE, __LINE__);
         run->alive = false;
@@ -70,18 +71,13 @@ int ThreadControl::running() const {
 void ThreadControl::execute(const std::shared_ptr<Run>& run) {
     s_RunOfThisThread = run.get();
     const StopSignal::Scope scope(run->stop);
-    std::string cause;
-    try {
+    const std::string cause = exceptionText([&] {
         run->second();
         while (!run->stop.isRequested()) {
             run->body();
         }
         run->third();
-    } catch (const std::exception& error) {
-        cause = error.what();
-    } catch (...) {
-        cause = "an exception that is no std::exception";
-    }
+    });
     if (!cause.empty()) {
         const std::string text = "thread " + run->name + " ends by an exception: " + cause;
         Logger::writeLog("ThreadError", text.c_str(), SOURCE, __LINE__);

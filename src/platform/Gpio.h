@@ -68,7 +68,7 @@ public:
     NVRHW_TRACKED
 
     GPIO();
-    ~GPIO() override;
+    ~GPIO() noexcept override;
 
     /// 0 when the device is not there; the other operations then fail, and work from the moment
     /// it appears.

@@ -39,10 +39,13 @@ public:
     GPIODetect();
 
     /// Stops detection, as stopDetect().
-    ~GPIODetect() override;
+    ~GPIODetect() noexcept override;
 
-    /// Fails, with a log line, when the device is not there. Forgets the lines added before.
+    /// Fails, with a log line, when the device is not there. Forgets the lines added before;
+    /// detection that runs goes on.
     int open() override;
+
+    /// Stops detection and forgets the lines and the handler.
     void close() override;
     int setSignalHandler(int signalNumber, Handler handler) override;
 

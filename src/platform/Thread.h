@@ -24,7 +24,7 @@ public:
     /// thread (the kernel keeps its first 15 characters).
     GThread(function<int> body, const std::string& name, function<int> second, function<int> third);
 
-    /// Stops the thread.
+    /// Stops the thread; when it is called from inside, the thread still ends its present pass.
     ~GThread();
     GThread(const GThread&) = delete;
     GThread& operator=(const GThread&) = delete;

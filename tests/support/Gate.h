@@ -13,6 +13,15 @@ public:
         m_Opened.notify_all(); // while locked: the waiting thread may destroy the gate afterwards
     }
 
+    /// Opens it when the calling thread has ended and released all it held. Once per thread.
+    void openAtThreadEnd() {
+        struct Opener {
+            Gate& gate;
+            ~Opener() { gate.open(); }
+        };
+        static thread_local Opener opener{*this};
+    }
+
     /// Blocks until the gate was opened `count` times in all; false when that has not happened
     /// within ten seconds.
     bool wait(int count = 1) {

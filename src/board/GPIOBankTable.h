@@ -1,0 +1,41 @@
+#pragma once
+
+#include "board/GPIOBank.h"
+#include "board/GPIOFaultBook.h"
+#include "platform/Mutex.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The banks of one device, a directory with one entry per group. Banks are made when they are
+/// first used; nothing has to be there when the table is made. Thread-safe.
+class GPIOBankTable {
+public:
+    /// The table of this device, one for the whole process as long as anybody holds it.
+    static std::shared_ptr<GPIOBankTable> of(const std::string& device);
+
+    /// An empty path stands for no device: every operation fails.
+    explicit GPIOBankTable(std::string device);
+
+    /// False, and `cause`, when the device is not there.
+    bool isPresent(std::string& cause) const;
+
+    /// The bank of a line; null, and `cause`, when there is none.
+    std::shared_ptr<GPIOBank> find(int group, int bit, std::string& cause);
+
+    /// Reads every line it can; failures are logged. False when any of them failed.
+    bool read(std::vector<GPIOReading>& readings);
+
+    /// Drives a line; a failure is logged and answered with false.
+    bool drive(int group, int bit, int level);
+
+    GPIOFaultBook& getFaultBook() { return m_FaultBook; }
+
+private:
+    const std::string m_Device;
+    GPIOFaultBook m_FaultBook;
+    XQMutex m_Mutex;
+    std::map<int, std::shared_ptr<GPIOBank>> m_Banks NVRHW_GUARDED_BY(m_Mutex);
+};

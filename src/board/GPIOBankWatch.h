@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+/// Notices changes of lines of one bank, for one detector, which keeps its calls apart.
+class GPIOBankWatch {
+public:
+    /// What drain() found, the weightier the higher.
+    enum Finding {
+        NOTHING,
+        CHANGED, ///< a covered line may have changed
+        LOST     ///< changes may have been missed and may be missed from now on: make a new watch
+    };
+
+    virtual ~GPIOBankWatch() = default;
+
+    /// Readable when drain() has something to find. The same for the life of the watch.
+    virtual int getDescriptor() const = 0;
+
+    /// Covers one more line: a change after the return is found. False, and `cause`, on failure.
+    virtual bool add(int bit, std::string& cause) = 0;
+    virtual void remove(int bit) = 0;
+
+    /// Takes what is pending, without blocking. A change that comes after the return makes the
+    /// descriptor readable again.
+    virtual Finding drain() = 0;
+};

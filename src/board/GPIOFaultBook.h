@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Mutex.h"
+
+#include <atomic>
+#include <map>
+#include <string>
+#include <tuple>
+
+/// Logs the failures of lines: one record when a line begins to fail or the cause changes, one
+/// when it works again. Thread-safe.
+class GPIOFaultBook {
+public:
+    enum Operation { READ, DRIVE, WATCH };
+
+    /// Notes how an operation on a line ended; an empty cause is success. A watch belongs to the
+    /// whole group, whatever the bit.
+    void note(Operation operation, int group, int bit, const std::string& cause);
+
+private:
+    using Key = std::tuple<Operation, int, int>;
+
+    bool enter(const Key& key, const std::string& cause);
+
+    XQMutex m_Mutex;
+    std::map<Key, std::string> m_Causes NVRHW_GUARDED_BY(m_Mutex);
+    std::atomic<std::size_t> m_Count{0}; // of m_Causes
+};

@@ -1,0 +1,87 @@
+#include "board/SimulatedWatch.h"
+
+#include "board/ErrnoText.h"
+
+#include <algorithm>
+#include <sys/inotify.h>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t BUFFER_SIZE = 16384;
+constexpr int MOST_BUFFERS = 64; // a writer that never pauses must not hold up the detector
+
+// A change of mode or owner may make a line readable that was not.
+constexpr std::uint32_t LINE_EVENTS =
+    IN_MODIFY | IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM | IN_CREATE | IN_DELETE | IN_ATTRIB;
+constexpr std::uint32_t ENTRY_EVENTS = IN_MOVED_TO | IN_MOVED_FROM | IN_CREATE | IN_DELETE;
+constexpr std::uint32_t SELF_EVENTS = IN_DELETE_SELF | IN_MOVE_SELF;
+constexpr std::uint32_t LOSS = SELF_EVENTS | IN_IGNORED | IN_UNMOUNT | IN_Q_OVERFLOW;
+
+} // namespace
+
+std::unique_ptr<GPIOBankWatch> SimulatedWatch::begin(const std::string& device,
+                                                     const std::string& entry, std::string& cause) {
+    FileDescriptor inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    if (!inotify.isValid()) {
+        cause = errnoText("inotify_init1");
+        return nullptr;
+    }
+    std::unique_ptr<SimulatedWatch> watch(new SimulatedWatch(std::move(inotify), entry));
+    const auto observe = [&](const std::string& path, std::uint32_t events) {
+        const int descriptor =
+            inotify_add_watch(watch->getDescriptor(), path.c_str(), events | IN_ONLYDIR);
+        if (descriptor < 0) {
+            cause = errnoText("inotify_add_watch " + path);
+        }
+        return descriptor;
+    };
+    // The device first: if the bank is exchanged in between, its watch tells.
+    watch->m_DeviceWatch = observe(device, ENTRY_EVENTS | SELF_EVENTS);
+    if (watch->m_DeviceWatch < 0) {
+        return nullptr;
+    }
+    watch->m_BankWatch = observe(device + "/" + entry, LINE_EVENTS | SELF_EVENTS);
+    if (watch->m_BankWatch < 0) {
+        return nullptr;
+    }
+    return watch;
+}
+
+SimulatedWatch::SimulatedWatch(FileDescriptor inotify, const std::string& entry)
+    : m_Inotify(std::move(inotify)), m_Entry(entry) {}
+
+bool SimulatedWatch::add(int bit, std::string& /*cause*/) {
+    m_Files.insert(std::to_string(bit));
+    return true;
+}
+
+void SimulatedWatch::remove(int bit) { m_Files.erase(std::to_string(bit)); }
+
+GPIOBankWatch::Finding SimulatedWatch::drain() {
+    alignas(inotify_event) char buffer[BUFFER_SIZE];
+    Finding found = NOTHING;
+    for (int i = 0; i < MOST_BUFFERS; ++i) {
+        const ssize_t size = ::read(m_Inotify.get(), buffer, sizeof(buffer));
+        if (size <= 0) {
+            return size == 0 || errno == EAGAIN || errno == EINTR ? found : LOST;
+        }
+        for (const char* next = buffer; next < buffer + size;) {
+            const auto* event = reinterpret_cast<const inotify_event*>(next);
+            found = std::max(found, judge(*event));
+            next += sizeof(inotify_event) + event->len;
+        }
+    }
+    return found;
+}
+
+GPIOBankWatch::Finding SimulatedWatch::judge(const inotify_event& event) const {
+    if ((event.mask & LOSS) != 0) { // an overflow may have swallowed the loss of the bank
+        return LOST;
+    }
+    const std::string name = event.len != 0 ? event.name : "";
+    if (event.wd == m_DeviceWatch) {
+        return name == m_Entry ? LOST : NOTHING;
+    }
+    return name.empty() || m_Files.count(name) != 0 ? CHANGED : NOTHING;
+}
