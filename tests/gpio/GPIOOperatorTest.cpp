@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -137,15 +138,18 @@ TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
     } rows[] = {{HOLD, 1, 0, false}, {HOLD, 1, 5000, true}, {TOGGLE, 1, 5000, true}};
     for (const auto& row : rows) {
         m_Operator.set(0, 1, HOLD, 0, 0, 0, 40); // over at the next pass
-        m_Driver->m_OnDrive = [this](FakeGPIO::Line, int) {
-            m_Driver->m_OnDrive = nullptr;
-            m_Operator.execOperation();
+        bool between = true;
+        m_Driver->m_OnDrive = [&](FakeGPIO::Line, int) {
+            if (std::exchange(between, false)) {
+                m_Operator.execOperation();
+            }
         };
         m_Operator.set(0, 1, row.mode, row.level, 0, 1, row.timeOut);
         int level = -1;
         m_Operator.get(0, 1, level);
         EXPECT_EQ(level, 1) << row.timeOut;
         EXPECT_EQ(hasRecord(0, 1), row.recordLeft);
+        m_Driver->m_OnDrive = nullptr;
     }
 }
 

@@ -55,6 +55,9 @@ public:
                 states.emplace_back(line.getId(), level);
             }
         }
+        if (m_OnBatch) {
+            m_OnBatch();
+        }
         return states.size() == lines.size() ? 1 : 0;
     }
 
@@ -80,6 +83,9 @@ public:
 
     /// Called after each drive, in its thread; to be set while nobody drives.
     std::function<void(Line, int)> m_OnDrive;
+
+    /// Called at the end of each batch read, in its thread.
+    std::function<void()> m_OnBatch;
 
 private:
     static std::int64_t microseconds() {

@@ -1,24 +1,29 @@
 #include "platform/Allocation.h"
 
 #include <gtest/gtest.h>
+#include <set>
 
 namespace {
 
 /// Fails a test that leaves tracked objects behind.
 class LeakLedger : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo&) override {
-        m_Before = AllocationLedger::outstanding().size();
-    }
-
-    void OnTestEnd(const testing::TestInfo&) override {
-        const std::vector<Allocation> left = AllocationLedger::outstanding();
-        for (std::size_t i = m_Before; i < left.size(); ++i) {
-            ADD_FAILURE() << "left behind: " << left[i].size << " bytes from " << left[i].file
-                          << ":" << left[i].line;
+        m_Before.clear();
+        for (const Allocation& made : AllocationLedger::outstanding()) {
+            m_Before.insert(made.address);
         }
     }
 
-    std::size_t m_Before = 0;
+    void OnTestEnd(const testing::TestInfo&) override {
+        for (const Allocation& left : AllocationLedger::outstanding()) {
+            if (m_Before.count(left.address) == 0) {
+                ADD_FAILURE() << "left behind: " << left.size << " bytes from " << left.file << ":"
+                              << left.line;
+            }
+        }
+    }
+
+    std::set<const void*> m_Before;
 };
 
 } // namespace

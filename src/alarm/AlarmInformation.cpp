@@ -1,0 +1,3 @@
+#include "alarm/AlarmInformation.h"
+
+AlarmInformation::~AlarmInformation() = default;

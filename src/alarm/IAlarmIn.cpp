@@ -1,0 +1,3 @@
+#include "alarm/IAlarmIn.h"
+
+IAlarmIn::~IAlarmIn() noexcept(false) {}

@@ -1,0 +1,3 @@
+#include "alarm/IAlarmOut.h"
+
+IAlarmOut::~IAlarmOut() noexcept(false) {}

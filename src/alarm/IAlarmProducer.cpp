@@ -1,0 +1,3 @@
+#include "alarm/IAlarmProducer.h"
+
+IAlarmProducer::~IAlarmProducer() noexcept(false) {}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "platform/Export.h"
+#include "platform/Observer.h"
+
+/// What an application registers to receive alarm messages: update() is called with each
+/// AlarmInformation, in the thread that saw the change.
+class NVRHW_API IHardwareAlarmListener : public IObserver {};

@@ -1,0 +1,152 @@
+#include "alarm/IOAlarmInManager.h"
+
+#include "alarm/GPIOAlarmIn.h"
+#include "platform/Diagnostics.h"
+#include "platform/System.h"
+#include "platform/Time.h"
+
+#include <cstdint>
+#include <cstdio>
+
+namespace {
+
+constexpr char SOURCE[] = "IOAlarmInManager";
+constexpr int ALARM_IN_MAJOR_TYPE = 1;
+constexpr int ALARM_IN_MINOR_TYPE = 1;
+
+IOInfo toIOInfo(const SafePointer<GPIOSignalConfigItem>& item) {
+    IOInfo info;
+    info.setId(item->getId());
+    info.setGroupId(item->getGroup());
+    info.setBitPosion(item->getBitPosition());
+    return info;
+}
+
+} // namespace
+
+namespace NS_IOAlarmInManager {
+
+void changeHardwareConfigItem2IOInfo(const HardwareConfigItemList::Items& items,
+                                     std::vector<IOInfo>& infos) {
+    infos.clear();
+    for (const auto& item : items) {
+        infos.push_back(toIOInfo(dynamic_pointer_cast<GPIOSignalConfigItem>(item)));
+    }
+}
+
+void changeGPIOSignalConfigItem2IOInfo(const std::vector<SafePointer<GPIOSignalConfigItem>>& items,
+                                       std::vector<IOInfo>& infos) {
+    infos.clear();
+    for (const auto& item : items) {
+        infos.push_back(toIOInfo(item));
+    }
+}
+
+} // namespace NS_IOAlarmInManager
+
+IOAlarmInManager::~IOAlarmInManager() = default;
+
+void IOAlarmInManager::setMachineConfigurationDetail(
+    SafePointer<MachineConfigurationDetail>& detail) {
+    m_AlarmInConfigItemList = detail->getAlarmInConfigItemList();
+    m_Detail = detail;
+}
+
+void IOAlarmInManager::setGPIOOperator(const SafePointer<GPIOOperator>& gpioOperator) {
+    m_GPIOOperator = gpioOperator;
+}
+
+void IOAlarmInManager::init() { initRealIOAlarmIn(); }
+
+void IOAlarmInManager::initRealIOAlarmIn() {
+    for (const auto& item : m_AlarmInConfigItemList->getHardwareConfigItemList()) {
+        const auto signal = dynamic_pointer_cast<GPIOSignalConfigItem>(item);
+        const SafePointer<GPIOAlarmIn> alarmIn(new (SOURCE, __LINE__)
+                                                   GPIOAlarmIn(m_GPIOOperator, signal));
+        alarmIn->setVirtualFlag(false);
+        const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+        m_AlarmIns.insert({signal->getId(), SafePointer<IAlarmIn>(alarmIn)});
+    }
+}
+
+void IOAlarmInManager::uninit() {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    m_AlarmIns.clear();
+}
+
+// The operation on the table takes the lock before it looks into it.
+int IOAlarmInManager::getValidLevel(int id, int& level) NVRHW_NO_THREAD_SAFETY_ANALYSIS {
+    return getValidLevel(m_AlarmIns, id, level);
+}
+
+int IOAlarmInManager::setValidLevel(int id, int level) NVRHW_NO_THREAD_SAFETY_ANALYSIS {
+    return setValidLevel(m_AlarmIns, id, level);
+}
+
+int IOAlarmInManager::getValidLevel(AlarmInTable& table, int id, int& level) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const auto found = table.find(id);
+    if (found == table.end()) {
+        return 0;
+    }
+    level = found->second->getValidLevel();
+    return 1;
+}
+
+int IOAlarmInManager::setValidLevel(AlarmInTable& table, int id, int level) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const auto found = table.find(id);
+    if (found == table.end()) {
+        return 0;
+    }
+    found->second->setValidLevel(level);
+    return 1;
+}
+
+void IOAlarmInManager::getRealLevel(std::vector<IOState>& states) {
+    std::vector<IOInfo> infos;
+    NS_IOAlarmInManager::changeHardwareConfigItem2IOInfo(
+        m_AlarmInConfigItemList->getHardwareConfigItemList(), infos);
+    m_GPIOOperator->get(infos, states);
+}
+
+void IOAlarmInManager::getLevel(bool isVirtual, std::vector<IOState>& states) {
+    if (!isVirtual) {
+        getRealLevel(states);
+    }
+}
+
+int IOAlarmInManager::notifyAlarmConsumers(bool isVirtual) {
+    const XQMutexManager order(m_NotifyMutex, SOURCE, __LINE__);
+    std::vector<IOState> states;
+    getLevel(isVirtual, states);
+
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    for (const IOState& state : states) {
+        const auto found = m_AlarmIns.find(state.getId());
+        int alarm = 0;
+        if (found != m_AlarmIns.end() &&
+            found->second->checkAlarmValid(state.getLevel(), alarm) != 0) {
+            notifyChange(state.getId(), isVirtual, alarm);
+        }
+    }
+    return 0;
+}
+
+void IOAlarmInManager::notifyChange(int id, bool isVirtual, int alarm) {
+    std::string sourceId;
+    DataConverter::convert(id, sourceId);
+    const auto seconds = static_cast<std::int64_t>(XQDeviceTime::getSeconds());
+
+    AlarmInformation message;
+    message.setAlarmMajorType(ALARM_IN_MAJOR_TYPE);
+    message.setAlarmMinorType(ALARM_IN_MINOR_TYPE);
+    message.setAlarmSourceId(sourceId);
+    message.setAlarmTime(static_cast<std::int32_t>(seconds));
+    message.setAlarmFlag(alarm);
+    if (GlobalEnv::getInstance()->getPrintFlag() != 0) {
+        std::printf("IOAlarmInManager::notifyAlarmConsumers(%d),alarmFlag=%d\n", isVirtual ? 1 : 0,
+                    alarm);
+    }
+    notify(&message);
+}

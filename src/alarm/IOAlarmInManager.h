@@ -1,0 +1,92 @@
+#pragma once
+
+#include "alarm/IAlarmIn.h"
+#include "alarm/IAlarmProducer.h"
+#include "config/MachineConfigurationDetail.h"
+#include "foundation/SafePointer.h"
+#include "gpio/GPIOOperator.h"
+#include "platform/Allocation.h"
+#include "platform/Export.h"
+#include "platform/Gpio.h"
+#include "platform/HardwareConfigure.h"
+#include "platform/Mutex.h"
+
+#include <map>
+#include <vector>
+
+/// The service "IOAlarmInManager": owns the alarm inputs of the hardware configuration and tells
+/// the listeners registered with it about every change of an input's alarm state.
+///
+/// An input's id is the id of its item in the hardware configuration; of several items with one id
+/// the first is the input. Thread-safe once init() has returned. Listeners are called with the
+/// manager's lock held: from inside a notification they must not call getValidLevel(),
+/// setValidLevel(), notifyAlarmConsumers() or uninit(), which would raise std::system_error.
+class NVRHW_API IOAlarmInManager : public IAlarmProducer {
+public:
+    NVRHW_TRACKED
+
+    using AlarmInTable = std::map<int, SafePointer<IAlarmIn>>;
+
+    IOAlarmInManager() = default;
+    ~IOAlarmInManager() override;
+
+    /// Takes the alarm input items of `detail` and keeps it. Raises XQRuntimeError when `detail`
+    /// is empty or its alarm input section was not read.
+    void setMachineConfigurationDetail(SafePointer<MachineConfigurationDetail>& detail);
+    void setGPIOOperator(const SafePointer<GPIOOperator>& gpioOperator);
+
+    /// Builds the inputs. Inputs that exist already are kept.
+    void init();
+    void initRealIOAlarmIn();
+
+    /// Drops all inputs.
+    void uninit() NVRHW_EXCLUDES(m_Mutex);
+
+    /// The input's valid level (see IAlarmIn::setValidLevel()): 1, or 0 with `level` untouched
+    /// when there is no such input.
+    int getValidLevel(int id, int& level) NVRHW_EXCLUDES(m_Mutex);
+
+    /// 1, or 0 when there is no such input.
+    int setValidLevel(int id, int level) NVRHW_EXCLUDES(m_Mutex);
+
+    int getValidLevel(AlarmInTable& table, int id, int& level) NVRHW_EXCLUDES(m_Mutex);
+    int setValidLevel(AlarmInTable& table, int id, int level) NVRHW_EXCLUDES(m_Mutex);
+
+    /// Reads the lines of all inputs in one batch; lines that cannot be read are left out.
+    void getRealLevel(std::vector<IOState>& states);
+
+    /// The same for the real inputs; there are no virtual ones, `states` is then untouched.
+    void getLevel(bool isVirtual, std::vector<IOState>& states);
+
+    /// Reads and judges all inputs and sends one message for each whose alarm state changed; the
+    /// first call after init() reports the present state of every input. Returns 0.
+    int notifyAlarmConsumers(bool isVirtual) NVRHW_EXCLUDES(m_NotifyMutex, m_Mutex);
+
+private:
+    void notifyChange(int id, bool isVirtual, int alarm) NVRHW_REQUIRES(m_Mutex);
+
+    AlarmInTable m_AlarmIns NVRHW_GUARDED_BY(m_Mutex);
+    XQMutex m_Mutex; // guards the table and every call into an input
+
+    // Taken before m_Mutex, for a notification from its read to its last message: levels that were
+    // read first must not be judged last, or an input would be left in a state it has left.
+    XQMutex m_NotifyMutex;
+
+    SafePointer<HardwareConfigItemList> m_AlarmInConfigItemList;
+    SafePointer<GPIOOperator> m_GPIOOperator;
+    SafePointer<MachineConfigurationDetail> m_Detail;
+};
+
+/// From configuration items to the requests of a batch read.
+namespace NS_IOAlarmInManager {
+
+/// Replaces `infos` by one request per item, in order. An item that is no GPIO signal raises
+/// XQRuntimeError.
+NVRHW_API void changeHardwareConfigItem2IOInfo(const HardwareConfigItemList::Items& items,
+                                               std::vector<IOInfo>& infos);
+
+NVRHW_API void
+changeGPIOSignalConfigItem2IOInfo(const std::vector<SafePointer<GPIOSignalConfigItem>>& items,
+                                  std::vector<IOInfo>& infos);
+
+} // namespace NS_IOAlarmInManager

@@ -1,0 +1,84 @@
+#include "alarm/GPIOAlarmIn.h"
+
+#include "platform/Diagnostics.h"
+#include "support/FakeGPIO.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class GPIOAlarmInTest : public testing::Test {
+protected:
+    GPIOAlarmInTest()
+        : m_Driver(new ("test", __LINE__) FakeGPIO),
+          m_Operator(new ("test", __LINE__) GPIOOperator) {
+        m_Operator->setGPIO(SafePointer<IGPIO>(m_Driver));
+    }
+    ~GPIOAlarmInTest() noexcept override {}
+
+    GPIOAlarmIn makeInput(int configuredLevel) const {
+        return GPIOAlarmIn(m_Operator, SafePointer<GPIOSignalConfigItem>(
+                                           new ("test", __LINE__)
+                                               GPIOSignalConfigItem(5, 0, 3, configuredLevel)));
+    }
+
+    FakeGPIO* m_Driver; // owned by the operator
+    SafePointer<GPIOOperator> m_Operator;
+};
+
+TEST_F(GPIOAlarmInTest, JudgesLevelsAndReportsChangesOnce) {
+    const struct {
+        int configured, valid, level, alarm;
+    } rows[] = {{0, 0, 0, 1}, {0, 0, 1, 0}, {1, 0, 0, 0}, {1, 0, 1, 1},
+                {0, 1, 0, 0}, {0, 1, 1, 1}, {1, 1, 0, 1}, {1, 1, 1, 0}};
+    for (const auto& row : rows) {
+        GPIOAlarmIn input = makeInput(row.configured);
+        m_Driver->breakLine(0, 3);
+        input.setValidLevel(row.valid); // without a line, the last state stays unknown
+        m_Driver->breakLine(0, 3, false);
+
+        int alarm = 9;
+        EXPECT_EQ(input.checkAlarmValid(row.level, alarm), 1);
+        EXPECT_EQ(alarm, row.alarm) << &row - rows;
+        alarm = 9;
+        EXPECT_EQ(input.checkAlarmValid(row.level, alarm), 0);
+        EXPECT_EQ(alarm, 9) << "no change, no answer";
+        m_Driver->setLevel(0, 3, 1 - row.level);
+        EXPECT_EQ(input.checkAlarmValid(alarm), 1);
+        EXPECT_EQ(alarm, 1 - row.alarm);
+    }
+}
+
+TEST_F(GPIOAlarmInTest, TheLevelFoundAtASettingIsNoChange) {
+    GPIOAlarmIn input = makeInput(0);
+    int alarm = 9;
+    m_Driver->setLevel(0, 3, 1);
+    input.setValidLevel(1);
+    EXPECT_EQ(input.checkAlarmValid(1, alarm), 0);
+    EXPECT_EQ(input.checkAlarmValid(0, alarm), 1);
+    EXPECT_EQ(alarm, 0);
+}
+
+TEST_F(GPIOAlarmInTest, ALostLineIsNoChange) {
+    GPIOAlarmIn input = makeInput(0);
+    EXPECT_FALSE(input.isVirtual());
+    int alarm = 9;
+    m_Driver->breakLine(0, 3);
+    EXPECT_EQ(input.checkAlarmValid(alarm), 0);
+    EXPECT_EQ(alarm, 9);
+
+    for (const int flag : {0, 1}) {
+        GlobalEnv::getInstance()->setPrintFlag(flag);
+        testing::internal::CaptureStdout();
+        input.setValidLevel(1);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), flag != 0 ? "getLevel() error\n" : "");
+        EXPECT_EQ(input.getValidLevel(), 1);
+    }
+    GlobalEnv::getInstance()->setPrintFlag(0);
+
+    m_Driver->breakLine(0, 3, false);
+    EXPECT_EQ(input.checkAlarmValid(alarm), 1);
+    EXPECT_EQ(alarm, 0);
+}
+
+} // namespace

@@ -1,0 +1,158 @@
+#include "alarm/IOAlarmInManager.h"
+
+#include "platform/Diagnostics.h"
+#include "platform/Time.h"
+#include "support/AlarmRecorder.h"
+#include "support/ConfiguredBoard.h"
+#include "support/FakeGPIO.h"
+#include "support/Gate.h"
+
+#include <atomic>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace {
+
+class IOAlarmInManagerTest : public testing::Test {
+protected:
+    IOAlarmInManagerTest()
+        : m_Board({{1, 0, 0, 1}, {2, 0, 1, 0}, {7, 1, 4, 1}, {2, 1, 5, 1}}, {}),
+          m_Driver(new ("test", __LINE__) FakeGPIO),
+          m_Operator(new ("test", __LINE__) GPIOOperator) {
+        m_Operator->setGPIO(SafePointer<IGPIO>(m_Driver));
+        auto detail = m_Board.makeDetail();
+        m_Manager.setGPIOOperator(m_Operator);
+        m_Manager.setMachineConfigurationDetail(detail);
+        m_Manager.init();
+        m_ListenerId = m_Manager.addListener(&m_Listener);
+    }
+    ~IOAlarmInManagerTest() noexcept override {}
+
+    std::string notify() {
+        EXPECT_EQ(m_Manager.notifyAlarmConsumers(false), 0);
+        return m_Listener.take();
+    }
+
+    ConfiguredBoard m_Board;
+    FakeGPIO* m_Driver; // owned by the operator
+    SafePointer<GPIOOperator> m_Operator;
+    IOAlarmInManager m_Manager;
+    AlarmRecorder m_Listener;
+    int m_ListenerId = 0;
+};
+
+// Both items with id 2 are read, and the input of the first judges both: level 0 of either line is
+// alarm for it.
+TEST_F(IOAlarmInManagerTest, ReportsEveryInputOnceAndThenItsChanges) {
+    m_Driver->breakLine(1, 4);
+    EXPECT_EQ(m_Manager.notifyAlarmConsumers(true), 0);
+    EXPECT_EQ(m_Listener.take(), "");
+    EXPECT_EQ(notify(), "1=0 2=1");
+    EXPECT_EQ(notify(), "");
+    m_Driver->setLevel(0, 0, 1);
+    m_Driver->breakLine(1, 4, false);
+    EXPECT_EQ(notify(), "1=1 7=0");
+    m_Driver->setLevel(1, 5, 1);
+    EXPECT_EQ(notify(), "2=0");
+    EXPECT_EQ(notify(), "2=1 2=0");
+    m_Manager.init();
+    m_Driver->setLevel(1, 5, 0);
+    EXPECT_EQ(notify(), "2=1") << "a second init keeps the inputs and their states";
+
+    const double before = XQDeviceTime::getSeconds();
+    m_Driver->setLevel(1, 4, 1);
+    EXPECT_EQ(notify(), "7=1");
+    const AlarmInformation message = m_Listener.last();
+    EXPECT_EQ(message.getAlarmMajorType(), 1);
+    EXPECT_EQ(message.getAlarmMinorType(), 1);
+    EXPECT_NEAR(static_cast<double>(message.getAlarmTime()), before, 10.0);
+
+    m_Manager.uninit();
+    m_Driver->setLevel(1, 4, 0);
+    EXPECT_EQ(notify(), "");
+    EXPECT_EQ(m_Manager.findListener(m_ListenerId), &m_Listener);
+    EXPECT_EQ(m_Manager.removeListener(m_ListenerId), 1);
+    EXPECT_EQ(m_Manager.findListener(m_ListenerId), nullptr);
+}
+
+TEST_F(IOAlarmInManagerTest, KeepsAValidLevelPerInput) {
+    int level = 9;
+    EXPECT_EQ(m_Manager.getValidLevel(3, level), 0);
+    EXPECT_EQ(level, 9);
+    EXPECT_EQ(m_Manager.setValidLevel(3, 1), 0);
+    EXPECT_EQ(m_Manager.getValidLevel(7, level), 1);
+    EXPECT_EQ(level, 0);
+    EXPECT_EQ(m_Manager.setValidLevel(7, 1), 1);
+    EXPECT_EQ(m_Manager.getValidLevel(7, level), 1);
+    EXPECT_EQ(level, 1);
+    EXPECT_EQ(notify(), "1=0 2=1 7=1");
+}
+
+TEST_F(IOAlarmInManagerTest, TracesEachMessage) {
+    GlobalEnv::getInstance()->setPrintFlag(1);
+    testing::internal::CaptureStdout();
+    m_Manager.notifyAlarmConsumers(false);
+    GlobalEnv::getInstance()->setPrintFlag(0);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "IOAlarmInManager::notifyAlarmConsumers(0),alarmFlag=0\n"
+              "IOAlarmInManager::notifyAlarmConsumers(0),alarmFlag=1\n"
+              "IOAlarmInManager::notifyAlarmConsumers(0),alarmFlag=0\n");
+}
+
+// A listener that calls back into the manager would wait for itself for ever.
+TEST_F(IOAlarmInManagerTest, AListenerThatCallsBackIsToldSo) {
+    m_Listener.m_OnMessage = [this] { m_Manager.setValidLevel(1, 1); };
+    AlarmRecorder second;
+    m_Manager.addListener(&second);
+    testing::internal::CaptureStderr();
+    notify();
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_NE(log.find("XQMutex: this thread already holds the lock"), std::string::npos) << log;
+    EXPECT_EQ(second.take(), "1=0 2=1 7=0") << "the others are served";
+}
+
+// Of two notifications at the same time, the one with the older levels must not come last.
+TEST_F(IOAlarmInManagerTest, OldLevelsAreNotJudgedAfterNewOnes) {
+    notify();
+    Gate secondDone;
+    std::thread second;
+    std::atomic<bool> first{true};
+    m_Driver->m_OnBatch = [&] {
+        if (!first.exchange(false)) {
+            return;
+        }
+        // The first one has just read its levels.
+        m_Driver->setLevel(0, 0, 1);
+        second = std::thread([&] {
+            m_Manager.notifyAlarmConsumers(false);
+            secondDone.open();
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(20)); // the time to go wrong in
+    };
+    m_Driver->setLevel(0, 1, 1);
+    m_Manager.notifyAlarmConsumers(false);
+    EXPECT_TRUE(secondDone.wait());
+    second.join();
+    EXPECT_EQ(m_Listener.take(), "2=0 2=1 1=1 2=0 2=1");
+}
+
+TEST(IOAlarmInManager, RefusesToBeWiredWithNothing) {
+    testing::internal::CaptureStdout();
+    SafePointer<MachineConfigurationDetail> none;
+    SafePointer<MachineConfigurationDetail> unread(new ("test", __LINE__)
+                                                       MachineConfigurationDetail);
+    IOAlarmInManager manager;
+    EXPECT_THROW(manager.setMachineConfigurationDetail(none), XQRuntimeError);
+    EXPECT_THROW(manager.setMachineConfigurationDetail(unread), XQRuntimeError);
+    EXPECT_THROW(manager.setGPIOOperator(SafePointer<GPIOOperator>()), XQRuntimeError);
+    EXPECT_THROW(manager.init(), XQRuntimeError);
+    EXPECT_THROW(manager.notifyAlarmConsumers(false), XQRuntimeError);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "SafePointer Report:26MachineConfigurationDetail Use NULL pointer ->\n"
+              "SafePointer Report:22HardwareConfigItemList Construct from NULL <T>pointer\n"
+              "SafePointer Report:12GPIOOperator Assigned NULL <T>pointer\n"
+              "SafePointer Report:22HardwareConfigItemList Use NULL pointer ->\n"
+              "SafePointer Report:22HardwareConfigItemList Use NULL pointer ->\n");
+}
+
+} // namespace
