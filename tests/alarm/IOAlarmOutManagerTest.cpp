@@ -2,13 +2,11 @@
 
 #include "alarm/IOAlarmInManager.h"
 #include "platform/Diagnostics.h"
+#include "support/AlarmBench.h"
 #include "support/AlarmRecorder.h"
-#include "support/ConfiguredBoard.h"
-#include "support/FakeGPIO.h"
 #include "support/ManualClock.h"
 
 #include <atomic>
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace {
@@ -19,35 +17,21 @@ constexpr auto PULSE = AlarmOutMode::Pulse;
 constexpr auto DIRECT = AlarmOutMode::Direct;
 constexpr auto INVERTED = AlarmOutMode::Inverted;
 
-class IOAlarmOutManagerTest : public testing::Test {
+class IOAlarmOutManagerTest : public AlarmBench {
 protected:
+    // Output 1 is active at level 1, output 2 at level 0; the second one with id 1 does not count.
     IOAlarmOutManagerTest()
-        : m_Board({{1, 0, 0, 1}}, {{1, 2, 0, 1}, {2, 2, 1, 0}, {1, 2, 7, 1}}),
-          m_Driver(new ("test", __LINE__) FakeGPIO),
-          m_Operator(new ("test", __LINE__) GPIOOperator), m_Detail(m_Board.makeDetail()) {
-        m_Operator->setGPIO(SafePointer<IGPIO>(m_Driver));
-        m_Manager.setGPIOOperator(m_Operator);
-        m_Manager.setMachineConfigurationDetail(m_Detail);
-        EXPECT_EQ(m_Manager.init(), 1);
+        : AlarmBench({{1, 0, 0, 1}}, {{1, 2, 0, 1}, {2, 2, 1, 0}, {1, 2, 7, 1}}) {
+        wire(m_Manager);
+        EXPECT_EQ(m_Driver->takeJournal(), "") << "nothing is driven before the first trigger";
     }
     ~IOAlarmOutManagerTest() noexcept override {}
 
-    std::string journalAfter(int passes) {
-        for (int i = 0; i < passes; ++i) {
-            m_Operator->execOperation();
-        }
-        return m_Driver->takeJournal();
-    }
-
-    ConfiguredBoard m_Board;
-    FakeGPIO* m_Driver; // owned by the operator
-    SafePointer<GPIOOperator> m_Operator;
-    SafePointer<MachineConfigurationDetail> m_Detail;
     IOAlarmOutManager m_Manager;
 };
 
-// Output 1 is active at level 1, output 2 at level 0. Each row: trigger, four passes, cancel.
-TEST(IOAlarmOutManagerModes, DriveTheLine) {
+// Each row: a new mode, a trigger, four passes, a cancellation. A flash always begins at level 1.
+TEST_F(IOAlarmOutManagerTest, DrivesTheLineByTheMode) {
     const struct {
         int id;
         AlarmOutMode mode;
@@ -69,72 +53,43 @@ TEST(IOAlarmOutManagerModes, DriveTheLine) {
         {1, {static_cast<AlarmOutMode::Mode>(4), DIRECT, 90, 1}, "", "200:2/0=0"},
         {1, {static_cast<AlarmOutMode::Mode>(0), INVERTED, 0, 0}, "", "200:2/0=1"},
     };
-    const ConfiguredBoard board({}, {{1, 2, 0, 1}, {2, 2, 1, 0}});
-    auto detail = board.makeDetail();
     for (const auto& row : rows) {
         ManualClock clock;
-        const SafePointer<GPIOOperator> gpio(new ("test", __LINE__) GPIOOperator);
-        IOAlarmOutManager manager;
-        manager.setGPIOOperator(gpio);
-        manager.setMachineConfigurationDetail(detail);
-        manager.init();
-        auto* driver = new ("test", __LINE__) FakeGPIO;
-        gpio->setGPIO(SafePointer<IGPIO>(driver));
-        EXPECT_EQ(manager.setAlarmOutMode(row.id, row.mode), 1);
-        EXPECT_EQ(driver->takeJournal(), "0:" + std::string(row.cancelled).substr(4))
+        m_Driver->restartJournal();
+        EXPECT_EQ(m_Manager.setAlarmOutMode(row.id, row.mode), 1);
+        EXPECT_EQ(m_Driver->takeJournal(), "0:" + std::string(row.cancelled).substr(4))
             << "a new mode switches the output off";
-        manager.triggerAlarm(row.id);
+        m_Manager.triggerAlarm(row.id);
         for (int i = 0; i < 4; ++i) {
-            gpio->execOperation();
+            m_Operator->execOperation();
         }
-        EXPECT_EQ(driver->takeJournal(), row.triggered) << &row - rows;
-        manager.cancelAlarm(row.id);
-        EXPECT_EQ(driver->takeJournal(), row.cancelled) << &row - rows;
-        EXPECT_TRUE(gpio->findRecord(2, row.id - 1).isNull());
+        EXPECT_EQ(m_Driver->takeJournal(), row.triggered) << &row - rows;
+        m_Manager.cancelAlarm(row.id);
+        EXPECT_EQ(m_Driver->takeJournal(), row.cancelled) << &row - rows;
+        EXPECT_TRUE(m_Operator->findRecord(2, row.id - 1).isNull());
     }
 }
 
-TEST_F(IOAlarmOutManagerTest, FindsOutputsByTheirId) {
+TEST_F(IOAlarmOutManagerTest, KeepsAModePerOutput) {
     AlarmOutMode mode(FLASH, INVERTED, 8, 9.0F);
     EXPECT_EQ(m_Manager.getAlarmOutMode(3, mode), 0);
     EXPECT_EQ(mode.getTimeout(), 8);
-    EXPECT_EQ(m_Manager.getAlarmOutMode(1, mode), 1);
-    EXPECT_EQ(mode.getMode(), STEADY);
-    EXPECT_EQ(mode.getValidSignal(), DIRECT);
-    EXPECT_EQ(mode.getFrequency(), 0.0F);
-    EXPECT_EQ(mode.getTimeout(), 0);
-
     m_Manager.triggerAlarm(3);
     m_Manager.cancelAlarm(3);
-    m_Manager.init();
-    EXPECT_EQ(m_Driver->takeJournal(), "") << "nothing is driven before the first trigger";
-    ManualClock clock;
-    m_Manager.triggerAlarm(1);
-    EXPECT_NE(m_Driver->takeJournal().find(":2/0=1"), std::string::npos) << "the first of two";
-}
+    EXPECT_EQ(m_Driver->takeJournal(), "");
 
-TEST_F(IOAlarmOutManagerTest, ANewModeEndsWhatRuns) {
     ManualClock clock;
-    const AlarmOutMode flash(FLASH, DIRECT, 0, 20.0F);
-    m_Manager.setAlarmOutMode(1, flash);
+    m_Manager.setAlarmOutMode(1, {FLASH, DIRECT, 0, 20.0F});
     m_Manager.triggerAlarm(1);
     m_Manager.triggerAlarm(1);
-    journalAfter(2);
-    const AlarmOutMode quiet(STEADY, INVERTED, 70, 2.5F);
-    EXPECT_EQ(m_Manager.setAlarmOutMode(1, quiet), 1);
-    EXPECT_TRUE(m_Operator->findRecord(2, 0).isNull());
-    int level = -1;
-    m_Operator->get(2, 0, level);
-    EXPECT_EQ(level, 1) << "the inactive level of the new mode";
-    AlarmOutMode read;
-    m_Manager.getAlarmOutMode(1, read);
-    EXPECT_EQ(read.getMode(), STEADY);
-    EXPECT_EQ(read.getValidSignal(), INVERTED);
-    EXPECT_EQ(read.getTimeout(), 70);
-    EXPECT_EQ(read.getFrequency(), 2.5F);
-}
+    m_Manager.setAlarmOutMode(1, {STEADY, INVERTED, 70, 2.5F});
+    EXPECT_TRUE(m_Operator->findRecord(2, 0).isNull()) << "a new mode ends what runs";
+    m_Manager.getAlarmOutMode(1, mode);
+    EXPECT_EQ(mode.getMode(), STEADY);
+    EXPECT_EQ(mode.getValidSignal(), INVERTED);
+    EXPECT_EQ(mode.getTimeout(), 70);
+    EXPECT_EQ(mode.getFrequency(), 2.5F);
 
-TEST_F(IOAlarmOutManagerTest, TracesModeChanges) {
     const std::string values = "mode=2,validSignal=1,Frequency=2.500000,timeout=700\n";
     const std::string call = "IOAlarmOutManager::setAlarmOutMode,alarmId=";
     GlobalEnv::getInstance()->setPrintFlag(1);
@@ -150,9 +105,7 @@ TEST_F(IOAlarmOutManagerTest, TracesModeChanges) {
 // All callers at once, with a worker that really runs: for the thread sanitizer.
 TEST_F(IOAlarmOutManagerTest, BothManagersTakeManyCallers) {
     IOAlarmInManager inputs;
-    inputs.setGPIOOperator(m_Operator);
-    inputs.setMachineConfigurationDetail(m_Detail);
-    inputs.init();
+    wire(inputs);
     AlarmRecorder messages;
     inputs.addListener(&messages);
 

@@ -34,35 +34,25 @@ public:
     int count() { return this->m_RefCount->getCount(); }
 };
 
-/// The text of the XQRuntimeError that the action raises, and what it wrote to standard output.
-struct Outcome {
+/// The action must raise this text, and print it as well or nothing.
+void expectError(const std::string& text, bool printed, const std::function<void()>& action) {
     std::string raised;
-    std::string printed;
-};
-
-Outcome run(const std::function<void()>& action) {
-    Outcome outcome;
     testing::internal::CaptureStdout();
     try {
         action();
-        outcome.raised = "nothing";
     } catch (const XQRuntimeError& error) {
-        outcome.raised = error.what();
+        raised = error.what();
     }
-    outcome.printed = testing::internal::GetCapturedStdout();
-    return outcome;
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), printed ? text + "\n" : "");
+    EXPECT_EQ(raised, text);
 }
 
 void expectReport(const std::string& message, const std::function<void()>& action) {
-    const Outcome outcome = run(action);
-    EXPECT_EQ(outcome.raised, "SafePointer Report:" + message);
-    EXPECT_EQ(outcome.printed, outcome.raised + "\n");
+    expectError("SafePointer Report:" + message, true, action);
 }
 
 void expectSilentError(const std::string& message, const std::function<void()>& action) {
-    const Outcome outcome = run(action);
-    EXPECT_EQ(outcome.raised, message);
-    EXPECT_EQ(outcome.printed, "");
+    expectError(message, false, action);
 }
 
 const std::string ANIMAL = typeid(Animal).name();

@@ -77,17 +77,13 @@ TEST_F(GPIOOperatorTest, CarriesOutEachModeOnThePassGrid) {
         {"longest time-out", HOLD, 1, 0, 0, 2147484, 20, "0:2/1=1", true},
     };
     for (const auto& row : rows) {
-        ManualClock clock;
-        auto* driver = new ("test", __LINE__) FakeGPIO;
-        GPIOOperator gpio;
-        gpio.setGPIO(SafePointer<IGPIO>(driver));
-        EXPECT_EQ(gpio.set(2, 1, row.mode, row.level, row.stopLevel, row.frequency, row.timeOut),
-                  1);
-        for (int i = 0; i < row.passes; ++i) {
-            EXPECT_EQ(gpio.execOperation(), 0);
-        }
-        EXPECT_EQ(driver->takeJournal(), row.journal) << row.what;
-        EXPECT_EQ(!gpio.findRecord(2, 1).isNull(), row.recordLeft) << row.what;
+        m_Driver->restartJournal();
+        EXPECT_EQ(
+            m_Operator.set(2, 1, row.mode, row.level, row.stopLevel, row.frequency, row.timeOut),
+            1);
+        EXPECT_EQ(journalAfter(row.passes), row.journal) << row.what;
+        EXPECT_EQ(hasRecord(2, 1), row.recordLeft) << row.what;
+        m_Operator.set(2, 1, HOLD, 0, 0, 0, 0);
     }
 }
 
@@ -171,30 +167,6 @@ TEST_F(GPIOOperatorTest, SaysWhenTheWorkerCannotStart) {
     pthread_setattr_default_np(&usual);
     GlobalEnv::getInstance()->setPrintFlag(0);
     EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 1);
-}
-
-TEST_F(GPIOOperatorTest, PassesTheDriversAnswersOn) {
-    m_Driver->breakLine(0, 2);
-    int level = 7;
-    EXPECT_EQ(m_Operator.set(0, 2, 1), 0);
-    EXPECT_EQ(m_Operator.get(0, 2, level), 0);
-    EXPECT_EQ(level, 7);
-    EXPECT_EQ(m_Operator.set(0, 1, 1), 1);
-    EXPECT_EQ(m_Operator.get(0, 1, level), 1);
-    EXPECT_EQ(level, 1);
-    std::vector<IOInfo> lines(2);
-    lines[1].setId(4);
-    lines[1].setBitPosion(1);
-    lines[0].setBitPosion(2);
-    std::vector<IOState> states;
-    EXPECT_EQ(m_Operator.get(lines, states), 0);
-    ASSERT_EQ(states.size(), 1U);
-    EXPECT_EQ(states[0].getId(), 4);
-
-    testing::internal::CaptureStdout();
-    EXPECT_THROW(GPIOOperator().set(0, 0, 1), XQRuntimeError);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "SafePointer Report:5IGPIO Use NULL pointer ->\n");
 }
 
 /// Time that runs as fast as the worker can make passes.

@@ -48,6 +48,7 @@ protected:
         return m_Board.root().string() + ConfigFileNameConst::getHardwareConfigFileName();
     }
 
+    /// Returns whether the input is in alarm now.
     int flipInput(const GPIOSignalConfigItem& item) const {
         const int level = 1 - m_Board.level(item.getGroup(), item.getBitPosition());
         m_Board.write(item.getGroup(), item.getBitPosition(), std::to_string(level) + "\n");

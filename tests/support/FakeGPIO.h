@@ -75,10 +75,16 @@ public:
         }
     }
 
-    /// The drives since the last call, as "<ms since construction>:<group>/<bit>=<level> ...".
+    /// The drives since the last call, as "<ms>:<group>/<bit>=<level> ...".
     std::string takeJournal() {
         const std::lock_guard<std::mutex> guard(m_Mutex);
         return std::exchange(m_Journal, {});
+    }
+
+    /// The journal's time begins anew.
+    void restartJournal() {
+        takeJournal();
+        m_Start = microseconds();
     }
 
     /// Called after each drive, in its thread; to be set while nobody drives.
@@ -94,7 +100,7 @@ private:
     }
     std::int64_t milliseconds() const { return (microseconds() - m_Start) / 1000; }
 
-    const std::int64_t m_Start = microseconds();
+    std::int64_t m_Start = microseconds();
     std::mutex m_Mutex;
     std::map<Line, int> m_Levels;
     std::set<Line> m_Broken;
