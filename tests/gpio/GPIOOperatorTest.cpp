@@ -167,6 +167,7 @@ TEST_F(GPIOOperatorTest, SaysWhenTheWorkerCannotStart) {
     pthread_setattr_default_np(&usual);
     GlobalEnv::getInstance()->setPrintFlag(0);
     EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 1);
+    EXPECT_TRUE(workerRuns());
 }
 
 /// Time that runs as fast as the worker can make passes.
