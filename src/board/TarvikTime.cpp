@@ -35,7 +35,7 @@ TarvikTime TarvikTime::currentTime() {
     }
     timespec now{};
     clock_gettime(CLOCK_MONOTONIC, &now);
-    return {now.tv_sec, now.tv_nsec / NANOSECONDS_PER_MICROSECOND};
+    return {static_cast<long>(now.tv_sec), now.tv_nsec / NANOSECONDS_PER_MICROSECOND};
 }
 
 void TarvikTime::wait(const TarvikTime& duration) {
