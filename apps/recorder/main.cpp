@@ -73,8 +73,25 @@ sigset_t blockEndSignals() {
     return signals;
 }
 
+/// A listener is known to the manager only as long as it lives, whatever ends its life.
+class Registration {
+public:
+    Registration(const SafePointer<IOAlarmInManager>& manager, IHardwareAlarmListener& listener)
+        : m_Manager(manager), m_Id(m_Manager->addListener(&listener)) {}
+    ~Registration() { m_Manager->removeListener(m_Id); }
+    Registration(const Registration&) = delete;
+    Registration& operator=(const Registration&) = delete;
+
+private:
+    SafePointer<IOAlarmInManager> m_Manager;
+    int m_Id;
+};
+
 int run(const std::string& board, bool interactive) {
-    const sigset_t endSignals = blockEndSignals();
+    sigset_t endSignals{};
+    if (interactive) {
+        endSignals = blockEndSignals();
+    }
     GlobalEnv::getInstance()->setRootDirectory(board);
     HardwareServiceFactory* factory = HardwareServiceFactory::getInstance();
     factory->start();
@@ -90,7 +107,7 @@ int run(const std::string& board, bool interactive) {
     std::fflush(stdout);
 
     AlarmPrinter printer;
-    const int listenerId = alarmIns->addListener(&printer);
+    const Registration registration(alarmIns, printer);
     alarmIns->notifyAlarmConsumers(false); // the present state of every input
     int status = 0;
     {
@@ -104,7 +121,6 @@ int run(const std::string& board, bool interactive) {
         }
     }
     factory->stop();
-    alarmIns->removeListener(listenerId); // before the printer goes
     say("end, status %d", status);
     return status;
 }

@@ -36,11 +36,18 @@ int readChannels(const XmlConfigureTool& document, NVRDeviceAbility& ability) {
     });
 }
 
-/// The one section of the numbers that may be missing.
+/// A section that may be missing: none or the first. Looked for in a list, because the reader logs
+/// a single node that it does not find.
+std::vector<Node> optionalNode(const XmlConfigureTool& document, const char* name) {
+    std::vector<Node> nodes;
+    document.getConfigNodeList(name, nodes);
+    return nodes;
+}
+
 int readDispatch(const XmlConfigureTool& document, NVRDeviceAbility& ability) {
-    Node node;
-    const bool found = document.getConfigNode("DispatchAbility", node) != 0;
-    ability.setMaxDispatchNumber(found ? property<int>(node, "MaxDispatchNum") : 0);
+    const std::vector<Node> nodes = optionalNode(document, "DispatchAbility");
+    ability.setMaxDispatchNumber(nodes.empty() ? 0
+                                               : property<int>(nodes.front(), "MaxDispatchNum"));
     return 1;
 }
 
@@ -76,11 +83,11 @@ int readNumbers(const XmlConfigureTool& document, NVRDeviceAbility& ability) {
 
 int readWeb(NVRAbilityConfigure& reader, const XmlConfigureTool& document,
             NVRDeviceAbility& ability) {
-    Node node;
+    const std::vector<Node> nodes = optionalNode(document, "WebAbility");
     WebAbility web;
-    if (document.getConfigNode("WebAbility", node) == 0) {
+    if (nodes.empty()) {
         web = defaultWebAbility();
-    } else if (reader.parseWebAbility(node, web) == 0) {
+    } else if (reader.parseWebAbility(nodes.front(), web) == 0) {
         return 0;
     }
     ability.setWebAbility(web);

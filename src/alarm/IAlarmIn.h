@@ -13,7 +13,10 @@ public:
     IAlarmIn& operator=(const IAlarmIn&) = delete;
 
     /// 0: the input is in alarm while its line is at its configured valid level; 1: while it is
-    /// at the other level. The present state of the line is not reported as a change.
+    /// at the other level. The line is read, and its level is what the next check compares with:
+    /// for a line configured valid at level 0, the state found now is no change; for one valid at
+    /// level 1, the next check reports the state found now as a change, and does not report a
+    /// change that has come about until then.
     virtual void setValidLevel(int level) = 0;
 
     /// Reads the line and judges it: 1 when the alarm state changed, `alarm` then being 1 for

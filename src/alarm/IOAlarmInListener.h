@@ -32,7 +32,8 @@ public:
     int start();
 
     /// Ends watching; returns the detector's result (0 on success) when no handler is running any
-    /// more. A later start() begins anew.
+    /// more, and therefore must not be called from inside a notification. A later start() begins
+    /// anew.
     int stop();
 
     /// The detector's handler; the argument is not used.

@@ -20,7 +20,8 @@
 /// An input's id is the id of its item in the hardware configuration; of several items with one id
 /// the first is the input. Thread-safe once init() has returned. Listeners are called with the
 /// manager's lock held: from inside a notification they must not call getValidLevel(),
-/// setValidLevel(), notifyAlarmConsumers() or uninit(), which would raise std::system_error.
+/// setValidLevel(), notifyAlarmConsumers() or uninit(), which would raise std::system_error, nor
+/// stop the alarm input listener or the factory, which would wait for the notification's own end.
 class NVRHW_API IOAlarmInManager : public IAlarmProducer {
 public:
     NVRHW_TRACKED

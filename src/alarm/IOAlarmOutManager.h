@@ -33,20 +33,20 @@ public:
     void setMachineConfigurationDetail(SafePointer<MachineConfigurationDetail>& detail);
 
     /// Builds the outputs; those that exist already are kept. Returns 1.
-    int init();
-    void initRealAlarmOut();
+    int init() NVRHW_EXCLUDES(m_Mutex);
+    void initRealAlarmOut() NVRHW_EXCLUDES(m_Mutex);
 
     /// Switches the output on, in the way of its mode; an unknown id does nothing.
-    void triggerAlarm(int id);
+    void triggerAlarm(int id) NVRHW_EXCLUDES(m_Mutex);
 
     /// Switches the output off and ends what runs on its line; an unknown id does nothing.
-    void cancelAlarm(int id);
+    void cancelAlarm(int id) NVRHW_EXCLUDES(m_Mutex);
 
     /// The output's mode: 1, or 0 with `mode` untouched for an unknown id.
-    int getAlarmOutMode(int id, AlarmOutMode& mode);
+    int getAlarmOutMode(int id, AlarmOutMode& mode) NVRHW_EXCLUDES(m_Mutex);
 
     /// Replaces the output's mode and switches the output off: 1, or 0 for an unknown id.
-    int setAlarmOutMode(int id, const AlarmOutMode& mode);
+    int setAlarmOutMode(int id, const AlarmOutMode& mode) NVRHW_EXCLUDES(m_Mutex);
 
 private:
     using AlarmOutTable = std::map<int, SafePointer<IAlarmOut>>;

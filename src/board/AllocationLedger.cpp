@@ -1,11 +1,13 @@
 #include "platform/Allocation.h"
+#include "platform/Mutex.h"
 
 #include <algorithm>
-#include <mutex>
 #include <new>
 #include <unordered_map>
 
 namespace {
+
+constexpr char SOURCE[] = "AllocationLedger";
 
 struct Entry {
     std::size_t size;
@@ -15,9 +17,9 @@ struct Entry {
 };
 
 struct Ledger {
-    std::mutex mutex;
-    std::unordered_map<const void*, Entry> entries;
-    unsigned long lastSequence = 0;
+    XQMutex mutex;
+    std::unordered_map<const void*, Entry> entries NVRHW_GUARDED_BY(mutex);
+    unsigned long lastSequence NVRHW_GUARDED_BY(mutex) = 0;
 };
 
 Ledger& ledger() {
@@ -30,14 +32,16 @@ Ledger& ledger() {
 std::vector<Allocation> AllocationLedger::outstanding() {
     std::vector<std::pair<unsigned long, Allocation>> found;
     {
-        const std::lock_guard<std::mutex> guard(ledger().mutex);
-        for (const auto& [address, entry] : ledger().entries) {
+        Ledger& book = ledger();
+        const XQMutexManager guard(book.mutex, SOURCE, __LINE__);
+        for (const auto& [address, entry] : book.entries) {
             found.push_back({entry.sequence, {address, entry.size, entry.file, entry.line}});
         }
     }
     std::sort(found.begin(), found.end(),
               [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<Allocation> ordered;
+    ordered.reserve(found.size());
     for (auto& item : found) {
         ordered.push_back(std::move(item.second));
     }
@@ -48,7 +52,7 @@ void* AllocationLedger::allocate(std::size_t size, const char* file, int line) {
     void* memory = ::operator new(size);
     try {
         Ledger& book = ledger();
-        const std::lock_guard<std::mutex> guard(book.mutex);
+        const XQMutexManager guard(book.mutex, SOURCE, __LINE__);
         book.entries[memory] = {size, file, line, ++book.lastSequence};
     } catch (...) {
         ::operator delete(memory);
@@ -63,8 +67,9 @@ void AllocationLedger::release(void* memory) noexcept {
     }
     {
         // Struck off before the memory can be given to somebody else.
-        const std::lock_guard<std::mutex> guard(ledger().mutex);
-        ledger().entries.erase(memory);
+        Ledger& book = ledger();
+        const XQMutexManager guard(book.mutex, SOURCE, __LINE__);
+        book.entries.erase(memory);
     }
     ::operator delete(memory);
 }

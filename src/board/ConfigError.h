@@ -1,11 +1,10 @@
 #pragma once
 
+#include "board/ErrnoText.h"
 #include "platform/Diagnostics.h"
 
-#include <cerrno>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 
 /// Why a configuration document cannot be used: "<file>:<line>: <subject>: <cause>", without what
 /// is not known. It never leaves the board layer: each operation of the seam ends in guard().
@@ -15,7 +14,7 @@ public:
 
     /// With the cause that errno gives.
     static ConfigError fromErrno(const std::string& subject) {
-        return ConfigError(subject + ": " + std::generic_category().message(errno));
+        return ConfigError(errnoText(subject));
     }
 
     /// Does a reader's work: 1, or 0 with the cause in the log.

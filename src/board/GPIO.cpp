@@ -48,6 +48,7 @@ int GPIO::get(int group, int bit, int& level) {
 
 int GPIO::get(const std::vector<IOInfo>& lines, std::vector<IOState>& states) {
     std::vector<GPIOReading> readings;
+    readings.reserve(lines.size());
     for (const IOInfo& line : lines) {
         readings.push_back({line.getGroupId(), line.getBitPosion()});
     }

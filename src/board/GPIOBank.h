@@ -27,9 +27,6 @@ public:
     /// Makes a line an output with the level 0 or 1. False, and `cause`, on failure.
     virtual bool drive(int bit, int level, std::string& cause) = 0;
 
-    /// False, and `cause`, when the bank has no such line.
-    virtual bool hasLine(int bit, std::string& cause) = 0;
-
     /// A watch that does not cover any line yet; null, and `cause`, on failure.
     virtual std::unique_ptr<GPIOBankWatch> watch(std::string& cause) = 0;
 };

@@ -67,22 +67,16 @@ bool GPIODetectLoop::addLine(int group, int bit, std::string& cause) {
         cause = "the detector is not open";
         return false;
     }
-    const auto bank = m_Banks->find(group, bit, cause);
-    if (bank == nullptr || !bank->hasLine(bit, cause)) {
+    if (group < 0 || bit < 0) {
+        cause = "groups and bits are not negative";
         return false;
     }
     Group& lines = m_Groups[group];
-    const bool lost = lines.watch == nullptr && !lines.bits.empty();
     lines.bits.insert(bit);
-    if (lost) { // covers this line too when pass() has it back
-        return true;
+    if (lines.watch == nullptr || !lines.watch->add(bit, cause)) {
+        restore(group, lines); // if the bank is not there, pass() goes on trying
     }
-    if (lines.watch != nullptr ? lines.watch->add(bit, cause) : beginWatch(group, lines, cause)) {
-        m_Banks->getFaultBook().note(GPIOFaultBook::WATCH, group, bit, "");
-        return true;
-    }
-    forget(group, bit);
-    return false;
+    return true;
 }
 
 bool GPIODetectLoop::removeLine(int group, int bit, std::string& cause) {

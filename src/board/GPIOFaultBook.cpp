@@ -16,7 +16,7 @@ void GPIOFaultBook::note(Operation operation, int group, int bit, const std::str
     if (cause.empty() && m_Count.load(std::memory_order_relaxed) == 0) { // the usual case: no lock
         return;
     }
-    if (!enter({operation, group, bit}, cause)) {
+    if (!enter({operation, group, operation == WATCH ? 0 : bit}, cause)) {
         return;
     }
     std::string text = "group " + std::to_string(group);

@@ -1,9 +1,11 @@
 #include "board/ThreadControl.h"
 #include "platform/Thread.h"
 
+// NOLINTBEGIN(performance-unnecessary-value-param): copies are what the interface promises
 GThread::GThread(function<int> body, const std::string& name, function<int> second,
                  function<int> third)
     : m_Control(new ThreadControl(body, name, second, third)) {}
+// NOLINTEND(performance-unnecessary-value-param)
 
 GThread::~GThread() = default;
 

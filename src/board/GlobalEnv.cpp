@@ -2,6 +2,12 @@
 
 #include <cstdlib>
 
+namespace {
+
+constexpr char SOURCE[] = "GlobalEnv";
+
+} // namespace
+
 GlobalEnv* GlobalEnv::getInstance() {
     static GlobalEnv* const environment = new GlobalEnv; // asked until the very end of the process
     return environment;
@@ -17,12 +23,12 @@ GlobalEnv::GlobalEnv() : m_RootDirectory("/") {
 }
 
 void GlobalEnv::setRootDirectory(const std::string& directory) {
-    const std::lock_guard<std::mutex> guard(m_Mutex);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     m_RootDirectory = directory.empty() ? "/" : directory;
 }
 
 std::string GlobalEnv::getRootDirectory() const {
-    const std::lock_guard<std::mutex> guard(m_Mutex);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     return m_RootDirectory;
 }
 

@@ -2,6 +2,7 @@
 
 #include "board/ConfigError.h"
 #include "board/ReplaceableFile.h"
+#include "board/TextFile.h"
 
 #include <algorithm>
 
@@ -77,12 +78,12 @@ void checkRanges(const MonitorParam& param, const std::string& path) {
 MonitorParamStore::MonitorParamStore(int version, const std::string& path)
     : m_Version(version), m_Path(GlobalEnv::getInstance()->resolve(path)) {}
 
-std::shared_ptr<XmlDocument> MonitorParamStore::load(const ReplaceableFile& file) const {
+std::shared_ptr<XmlDocument> MonitorParamStore::load() const {
     if (m_Version != LAYOUT_VERSION) {
         throw ConfigError(m_Path + ": there is no layout " + std::to_string(m_Version));
     }
     std::string text = EMPTY_STORE;
-    file.read(text);
+    TextFile::readIfPresent(m_Path, text);
     return std::make_shared<XmlDocument>(m_Path, text);
 }
 
@@ -99,7 +100,7 @@ void MonitorParamStore::set(const MonitorParam& param) {
     const XQMutexManager guard(m_WriteMutex, SOURCE, __LINE__);
     ReplaceableFile file(m_Path);
     file.lock();
-    const std::shared_ptr<XmlDocument> document = load(file);
+    const std::shared_ptr<XmlDocument> document = load();
     XmlElement section = XmlElement(document).child(SECTION);
     const std::vector<Entry> entries = entriesOf(section);
     const auto same = std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) {
@@ -121,7 +122,7 @@ bool MonitorParamStore::get(int monitorId, MonitorParam& param) const {
 }
 
 std::vector<MonitorParam> MonitorParamStore::getAll() const {
-    const std::shared_ptr<XmlDocument> document = load(ReplaceableFile(m_Path));
+    const std::shared_ptr<XmlDocument> document = load();
     std::vector<MonitorParam> params;
     for (const Entry& entry : entriesOf(XmlElement(document).child(SECTION))) {
         params.push_back(entry.param);

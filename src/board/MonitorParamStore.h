@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-class ReplaceableFile;
-
 /// What MonitorParamConfig does; failures are ConfigErrors.
 class MonitorParamStore {
 public:
@@ -28,7 +26,7 @@ private:
         MonitorParam param;
     };
 
-    std::shared_ptr<XmlDocument> load(const ReplaceableFile& file) const;
+    std::shared_ptr<XmlDocument> load() const;
     static std::vector<Entry> entriesOf(const XmlElement& section);
 
     const int m_Version;

@@ -28,7 +28,7 @@ int ObserverList::add(IObserver* observer) {
     if (observer == nullptr) {
         return 0;
     }
-    const std::lock_guard<std::mutex> guard(m_Mutex);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     const auto same = std::find_if(m_Entries.begin(), m_Entries.end(), [&](const auto& entry) {
         return entry.second->observer == observer;
     });
@@ -40,21 +40,21 @@ int ObserverList::add(IObserver* observer) {
 }
 
 int ObserverList::remove(int id) {
-    std::unique_lock<std::mutex> lock(m_Mutex);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     const auto found = m_Entries.find(id);
     if (found == m_Entries.end()) {
         return 0;
     }
     const EntryPointer entry = found->second;
     m_Entries.erase(found);
-    if (notificationDepth == 0) {
-        m_CallEnded.wait(lock, [&] { return entry->calls == 0; });
+    while (notificationDepth == 0 && entry->calls > 0) {
+        m_CallEnded.wait(m_Mutex, SOURCE, __LINE__);
     }
     return 1;
 }
 
 IObserver* ObserverList::find(int id) const {
-    const std::lock_guard<std::mutex> guard(m_Mutex);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     const auto found = m_Entries.find(id);
     return found != m_Entries.end() ? found->second->observer : nullptr;
 }
@@ -62,7 +62,7 @@ IObserver* ObserverList::find(int id) const {
 int ObserverList::notify(IMessage* message) {
     int lastId = 0;
     {
-        const std::lock_guard<std::mutex> guard(m_Mutex);
+        const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
         lastId = m_LastId;
     }
     int count = 0;
@@ -76,7 +76,7 @@ int ObserverList::notify(IMessage* message) {
 }
 
 ObserverList::EntryPointer ObserverList::nextAfter(int& id, int lastId) {
-    const std::lock_guard<std::mutex> guard(m_Mutex);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     const auto next = m_Entries.upper_bound(id);
     if (next == m_Entries.end() || next->first > lastId) {
         return nullptr;
@@ -87,7 +87,7 @@ ObserverList::EntryPointer ObserverList::nextAfter(int& id, int lastId) {
 }
 
 void ObserverList::endCall(const EntryPointer& entry) {
-    const std::lock_guard<std::mutex> guard(m_Mutex);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     --entry->calls;
-    m_CallEnded.notify_all();
+    m_CallEnded.notifyAll();
 }

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "board/ConditionVariable.h"
+#include "platform/Mutex.h"
 #include "platform/Observer.h"
 
-#include <condition_variable>
 #include <map>
 #include <memory>
-#include <mutex>
 
 /// The observers of one subject, by id.
 class ObserverList {
@@ -25,8 +25,8 @@ private:
     EntryPointer nextAfter(int& id, int lastId);
     void endCall(const EntryPointer& entry);
 
-    mutable std::mutex m_Mutex;
-    std::condition_variable m_CallEnded;
-    std::map<int, EntryPointer> m_Entries; // guarded by m_Mutex
-    int m_LastId = 0;                      // guarded by m_Mutex
+    mutable XQMutex m_Mutex;
+    ConditionVariable m_CallEnded;
+    std::map<int, EntryPointer> m_Entries NVRHW_GUARDED_BY(m_Mutex);
+    int m_LastId NVRHW_GUARDED_BY(m_Mutex) = 0;
 };

@@ -2,6 +2,7 @@
 
 namespace {
 
+constexpr char SOURCE[] = "RefCountPool";
 constexpr unsigned BATCH = 32;
 constexpr unsigned CACHE_LIMIT = 2 * BATCH;
 
@@ -81,7 +82,7 @@ void RefCountPool::giveBack(ref_count* record) {
 }
 
 void RefCountPool::refill(List& list) {
-    const std::lock_guard<std::mutex> guard(m_Mutex);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Shared.head == nullptr) {
         auto* chunk = new ref_count[BATCH];
         for (unsigned i = BATCH; i > 0; --i) {
@@ -92,6 +93,6 @@ void RefCountPool::refill(List& list) {
 }
 
 void RefCountPool::spill(List& list, unsigned count) {
-    const std::lock_guard<std::mutex> guard(m_Mutex);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     list.moveTo(m_Shared, count);
 }

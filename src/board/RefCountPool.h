@@ -1,8 +1,7 @@
 #pragma once
 
+#include "platform/Mutex.h"
 #include "platform/RefCount.h"
-
-#include <mutex>
 
 /// The store of count records. Each thread keeps a few free records of its own, so that making and
 /// releasing an object normally takes no lock; the rest is shared. Records are never given back to
@@ -32,6 +31,6 @@ private:
     void refill(List& list);
     void spill(List& list, unsigned count);
 
-    std::mutex m_Mutex;
-    List m_Shared; // guarded by m_Mutex
+    XQMutex m_Mutex;
+    List m_Shared NVRHW_GUARDED_BY(m_Mutex);
 };

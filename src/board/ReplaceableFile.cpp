@@ -63,10 +63,6 @@ void ReplaceableFile::lock() {
     check(result == 0);
 }
 
-bool ReplaceableFile::read(std::string& text) const {
-    return TextFile::readIfPresent(m_Path, text);
-}
-
 void ReplaceableFile::replace(const std::string& text) {
     if (text.size() > TextFile::MAX_SIZE) {
         errno = EFBIG; // it could not be read again

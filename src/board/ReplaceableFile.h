@@ -15,9 +15,6 @@ public:
     /// the lock as long as it lives.
     void lock();
 
-    /// False, with `text` untouched, when the file does not exist.
-    bool read(std::string& text) const;
-
     /// With the lock held. When it fails before the new content stands in the file's place, the
     /// file is as it was.
     void replace(const std::string& text);

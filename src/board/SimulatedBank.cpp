@@ -133,20 +133,6 @@ bool SimulatedBank::drive(int bit, int level, std::string& cause) {
     return true;
 }
 
-bool SimulatedBank::hasLine(int bit, std::string& cause) {
-    const std::string path = lineFile(bit);
-    struct stat info {};
-    if (lstat(path.c_str(), &info) != 0) {
-        cause = errnoText(path);
-        return false;
-    }
-    if (!S_ISREG(info.st_mode)) {
-        cause = path + ": not a regular file";
-        return false;
-    }
-    return true;
-}
-
 std::unique_ptr<GPIOBankWatch> SimulatedBank::watch(std::string& cause) {
     return SimulatedWatch::begin(m_Device, m_Entry, cause);
 }

@@ -12,7 +12,6 @@ public:
 
     void read(const std::vector<GPIOReading*>& readings) override;
     bool drive(int bit, int level, std::string& cause) override;
-    bool hasLine(int bit, std::string& cause) override;
     std::unique_ptr<GPIOBankWatch> watch(std::string& cause) override;
 
 private:

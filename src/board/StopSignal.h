@@ -1,12 +1,11 @@
 #pragma once
 
+#include "board/ConditionVariable.h"
 #include "board/FileDescriptor.h"
+#include "platform/Mutex.h"
 #include "platform/Time.h"
 
 #include <atomic>
-#include <condition_variable>
-#include <memory>
-#include <mutex>
 
 /// Tells one thread to end, and wakes it out of a wait.
 class StopSignal {
@@ -34,8 +33,8 @@ public:
     };
 
 private:
-    std::mutex m_Mutex;
-    std::condition_variable m_Changed;
-    std::atomic<bool> m_Requested{false};
-    FileDescriptor m_Event; // made when it is first asked for; guarded by m_Mutex
+    XQMutex m_Mutex;
+    ConditionVariable m_Changed;
+    std::atomic<bool> m_Requested{false};             // changed with m_Mutex held
+    FileDescriptor m_Event NVRHW_GUARDED_BY(m_Mutex); // made when it is first asked for
 };

@@ -13,7 +13,9 @@ constexpr long NANOSECONDS_PER_MICROSECOND = 1000;
 std::atomic<TimeSource*> replacedSource{nullptr};
 
 void sleepFor(const TarvikTime& duration) {
-    timespec rest{duration.getSeconds(), duration.getMicroseconds() * NANOSECONDS_PER_MICROSECOND};
+    timespec rest{};
+    rest.tv_sec = duration.getSeconds();
+    rest.tv_nsec = duration.getMicroseconds() * NANOSECONDS_PER_MICROSECOND;
     while (clock_nanosleep(CLOCK_MONOTONIC, 0, &rest, &rest) == EINTR) {
     }
 }

@@ -7,7 +7,7 @@
 /// bytes and of at most MAX_SIZE bytes is a ConfigError; it never waits for a fifo's writer.
 class TextFile {
 public:
-    static constexpr std::size_t MAX_SIZE = 16 * 1024 * 1024;
+    static constexpr std::size_t MAX_SIZE = std::size_t{16} * 1024 * 1024;
 
     static std::string read(const std::string& path);
 

@@ -22,7 +22,8 @@ ThreadControl::ThreadControl(const function<int>& body, const std::string& name,
 ThreadControl::~ThreadControl() {
     stop();
     if (isOwnThread()) { // destroyed from inside the thread, which ends by itself
-        const std::lock_guard<std::mutex> guard(m_Control); // start() may not yet have returned
+        const XQMutexManager guard(m_Control, SOURCE,
+                                   __LINE__); // start() may not yet have returned
         s_RunOfThisThread->owner = nullptr;
         m_Thread.detach();
     }
@@ -32,7 +33,7 @@ int ThreadControl::start() {
     if (isOwnThread()) {
         return running();
     }
-    const std::lock_guard<std::mutex> guard(m_Control);
+    const XQMutexManager guard(m_Control, SOURCE, __LINE__);
     if (running() != 0) {
         return 1;
     }
@@ -56,7 +57,7 @@ void ThreadControl::stop() {
         s_RunOfThisThread->stop.request();
         return;
     }
-    const std::lock_guard<std::mutex> guard(m_Control);
+    const XQMutexManager guard(m_Control, SOURCE, __LINE__);
     if (const auto run = std::atomic_load(&m_Run)) {
         run->stop.request();
     }

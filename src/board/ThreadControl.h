@@ -2,10 +2,10 @@
 
 #include "board/StopSignal.h"
 #include "foundation/function.h"
+#include "platform/Mutex.h"
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
 
@@ -35,7 +35,7 @@ private:
 
     static void execute(const std::shared_ptr<Run>& run);
     bool isOwnThread() const;
-    void join();
+    void join() NVRHW_REQUIRES(m_Control);
 
     const function<int> m_Body;
     const std::string m_Name;
@@ -44,7 +44,7 @@ private:
 
     static thread_local Run* s_RunOfThisThread;
 
-    std::mutex m_Control;       // serialises start() and stop()
-    std::thread m_Thread;       // changed with m_Control held
+    XQMutex m_Control; // serialises start() and stop()
+    std::thread m_Thread NVRHW_GUARDED_BY(m_Control);
     std::shared_ptr<Run> m_Run; // accessed atomically: running() takes no lock
 };

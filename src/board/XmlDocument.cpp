@@ -18,6 +18,19 @@ private:
     std::string& m_Text;
 };
 
+/// Where the text refers to the zero character, which XML does not know and which would cut off the
+/// value it stands in; npos when nowhere.
+std::size_t findZeroReference(const std::string& text) {
+    for (auto at = text.find("&#"); at != std::string::npos; at = text.find("&#", at + 1)) {
+        const std::size_t digits = at + 2 + (text.compare(at + 2, 1, "x") == 0 ? 1 : 0);
+        const std::size_t end = text.find_first_not_of('0', digits);
+        if (end != std::string::npos && end > digits && text[end] == ';') {
+            return at;
+        }
+    }
+    return std::string::npos;
+}
+
 bool isElement(const pugi::xml_node& node) { return node.type() == pugi::node_element; }
 
 } // namespace
@@ -25,6 +38,10 @@ bool isElement(const pugi::xml_node& node) { return node.type() == pugi::node_el
 XmlDocument::XmlDocument(const std::string& path, const std::string& text) : m_Path(path) {
     for (std::size_t i = text.find('\n'); i != std::string::npos; i = text.find('\n', i + 1)) {
         m_LineEnds.push_back(static_cast<std::ptrdiff_t>(i));
+    }
+    const std::size_t zero = findZeroReference(text);
+    if (zero != std::string::npos) {
+        fail(static_cast<std::ptrdiff_t>(zero), "a reference to the zero character");
     }
     const pugi::xml_parse_result result =
         m_Tree.load_buffer(text.data(), text.size(), pugi::parse_full);

@@ -33,7 +33,12 @@ public:
         if (object == nullptr) {
             report("Construct from NULL original pointer");
         }
-        m_RefCount = RefCountManager::getInstance()->retrieveRefCount(object, typeName());
+        try {
+            m_RefCount = RefCountManager::getInstance()->retrieveRefCount(object, typeName());
+        } catch (...) {
+            delete object;
+            throw;
+        }
     }
 
     /// Shares the object of `other`, which must not be empty.
@@ -83,12 +88,10 @@ public:
             m_Pointer = nullptr; // the destructor must not try again
             throw XQRuntimeError("not valid pointer in dec_reference");
         }
-        if (m_RefCount->dec_reference() == 0) {
+        const HandBack handBack{*this, m_RefCount->dec_reference() == 0};
+        if (handBack.isLast) {
             delete m_Pointer;
-            RefCountManager::getInstance()->returnbackRefCount(m_RefCount, typeName());
         }
-        m_Pointer = nullptr;
-        m_RefCount->unLock();
     }
 
     /// The object; its use is not protected against a concurrent change of this pointer.
@@ -115,6 +118,20 @@ private:
     template <typename U> friend class SafePointer;
     template <typename D, typename S>
     friend SafePointer<D> dynamic_pointer_cast(const SafePointer<S>& source);
+
+    /// Ends a release, also when the object's destructor raises.
+    struct HandBack {
+        SafePointer& pointer;
+        const bool isLast;
+
+        ~HandBack() {
+            pointer.m_Pointer = nullptr;
+            if (isLast) {
+                RefCountManager::getInstance()->returnbackRefCount(pointer.m_RefCount, typeName());
+            }
+            pointer.m_RefCount->unLock();
+        }
+    };
 
     /// Adopts a reference that was already taken.
     SafePointer(T* object, ref_count* record) : m_Pointer(object), m_RefCount(record) {}

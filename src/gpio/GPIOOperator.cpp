@@ -61,12 +61,12 @@ int GPIOOperator::get(const std::vector<IOInfo>& lines, std::vector<IOState>& st
 
 int GPIOOperator::set(int group, int bit, int operateMode, int level, int stopLevel,
                       float frequency, int timeOut) {
-    const Watermark before = watermark(group, bit);
-    m_GPIO->set(group, bit, level);
     if (operateMode == PULSE) {
         pulse(group, bit, level);
         return 1;
     }
+    const Watermark before = watermark(group, bit);
+    m_GPIO->set(group, bit, level);
     if (operateMode == GPIOOperateRecord::HOLD && timeOut == 0) {
         removeRecord(group, bit, level, before);
         return 1;
@@ -90,6 +90,7 @@ int GPIOOperator::set(int group, int bit, int operateMode, int level, int stopLe
 }
 
 void GPIOOperator::pulse(int group, int bit, int level) {
+    m_GPIO->set(group, bit, level);
     TarvikTime::wait(TarvikTime(0, PULSE_MICROSECONDS));
     m_GPIO->set(group, bit, inverse(level));
 }

@@ -24,7 +24,7 @@ public:
 
     GPIOOperator();
 
-    /// Ends the worker; lines keep the level they have.
+    /// Ends the worker, as stop(); the records go without driving their lines.
     ~GPIOOperator();
     GPIOOperator(const GPIOOperator&) = delete;
     GPIOOperator& operator=(const GPIOOperator&) = delete;
@@ -68,7 +68,8 @@ public:
     /// Starts the worker if it does not run: 1 when it runs afterwards.
     int start() NVRHW_EXCLUDES(m_ControlMutex, m_RecordMutex);
 
-    /// Ends the worker; returns when it has ended.
+    /// Ends the worker; returns when it has ended. Its sleep is cut short, and what is due by then
+    /// is driven in a last pass.
     void stop() NVRHW_EXCLUDES(m_ControlMutex, m_RecordMutex);
 
     /// One pass of the worker: sleeps 50 ms, then drives what is due. Returns 0.
@@ -100,6 +101,6 @@ private:
     XQMutex m_ControlMutex; // serialises start() and stop(); never held together with the other
     XQMutex m_RecordMutex;
     RecordMap m_Records NVRHW_GUARDED_BY(m_RecordMutex);
-    unsigned m_WorkerDrives NVRHW_GUARDED_BY(m_RecordMutex) = 0;
     SafePointer<IGPIO> m_GPIO;
+    unsigned m_WorkerDrives NVRHW_GUARDED_BY(m_RecordMutex) = 0;
 };

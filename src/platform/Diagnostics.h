@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/Export.h"
+#include "platform/Mutex.h"
 
 #include <atomic>
-#include <mutex>
 #include <string>
 
 /// Process-wide switches. Never destroyed; thread-safe.
@@ -34,8 +34,8 @@ private:
     ~GlobalEnv() = default;
 
     std::atomic<int> m_PrintFlag{0};
-    mutable std::mutex m_Mutex;
-    std::string m_RootDirectory;
+    mutable XQMutex m_Mutex;
+    std::string m_RootDirectory NVRHW_GUARDED_BY(m_Mutex);
 };
 
 /// Writes one line per record to syslog and to standard error.

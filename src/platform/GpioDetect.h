@@ -49,7 +49,8 @@ public:
     void close() override;
     int setSignalHandler(int signalNumber, Handler handler) override;
 
-    /// Fails, with a log line, when the line does not exist or `processId` is not this process.
+    /// A line that is not there is watched for: it reports from the moment it appears. Fails, with
+    /// a log line, when `processId` is not this process or a number is negative.
     int addDetectLine(int processId, int group, int bit) override;
     int removeDetectLine(int processId, int group, int bit) override;
 

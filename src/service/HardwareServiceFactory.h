@@ -33,11 +33,12 @@ public:
     /// When the ability documents cannot be read it does not return: after a log record and a
     /// second's wait it ends the process with status 0.
     /// When the alarm lines cannot be read it raises XQRuntimeError; the services before them stay
-    /// registered, and a later call begins anew.
+    /// registered, and a later call begins anew: it releases them first, and holders fetched before
+    /// are then invalid.
     int start() override;
 
     /// Stops watching the alarm inputs; every service stays registered. Does nothing before
-    /// start().
+    /// start(). Not to be called from inside a notification, whose end it waits for.
     void stop() override;
 
 protected:

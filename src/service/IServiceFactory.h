@@ -35,7 +35,7 @@ protected:
     void registerService(const std::string& name, const SafePointer<T>& service) {
         auto holder = std::make_unique<SafePointer<T>>(service);
         if (m_ServiceMap.emplace(name, holder.get()).second) {
-            holder.release(); // now the map's
+            static_cast<void>(holder.release()); // now the map's
         }
     }
 

@@ -48,6 +48,9 @@ TEST_F(GPIOAlarmInTest, TheLevelFoundAtASettingIsNoChange) {
     m_Driver->setLevel(0, 3, 1);
     input.setValidLevel(1);
     EXPECT_EQ(input.checkAlarmValid(1, alarm), 0);
+    GPIOAlarmIn other = makeInput(1); // keeps the level itself, not what it means
+    other.setValidLevel(0);
+    EXPECT_EQ(other.checkAlarmValid(1, alarm), 1);
     m_Driver->breakLine(0, 3);
     for (const int flag : {0, 1}) {
         GlobalEnv::getInstance()->setPrintFlag(flag);

@@ -149,6 +149,16 @@ TEST_F(GPIODetectTest, MayBeDestroyedFromTheHandler) {
     }
 }
 
+TEST_F(GPIODetectTest, ALineThatIsNotThereReportsFromTheMomentItAppears) {
+    for (const int group : {0, 7}) { // a bank without the line, and no bank at all
+        EXPECT_EQ(m_Detect->addDetectLine(m_Pid, group, 9), 0);
+        EXPECT_EQ(m_Detect->startDetect(), 0);
+        const int calls = m_Calls.count();
+        m_Board.addLine(group, 9);
+        EXPECT_TRUE(m_Calls.wait(calls + 1)) << group;
+    }
+}
+
 TEST_F(GPIODetectTest, RefusesWhatCannotWork) {
     const auto refused = [&](int result, const std::string& cause) {
         EXPECT_NE(result, 0) << cause;
@@ -156,7 +166,7 @@ TEST_F(GPIODetectTest, RefusesWhatCannotWork) {
     };
     refused(m_Detect->setSignalHandler(SIGNAL, nullptr), "null");
     refused(m_Detect->addDetectLine(m_Pid + 1, 0, 0), "process");
-    refused(m_Detect->addDetectLine(m_Pid, 0, OUTPUT + 1), "No such file");
+    refused(m_Detect->addDetectLine(m_Pid, 0, -1), "negative");
     refused(m_Detect->removeDetectLine(m_Pid, 0, OUTPUT), "not watched");
     m_Detect->close();
     refused(m_Detect->startDetect(), "not open");

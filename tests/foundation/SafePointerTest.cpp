@@ -149,6 +149,15 @@ TEST(SafePointer, NoticesARecordOfAnotherObject) {
     EXPECT_EQ(Animal::s_Alive, 2);
 }
 
+TEST(SafePointer, EndsAReleaseThatRaises) {
+    struct Raising {
+        ~Raising() noexcept(false) { throw XQRuntimeError("going"); }
+    };
+    SafePointer<Raising> raising(new Raising);
+    expectSilentError("going", [&] { raising.dec_reference(); });
+    EXPECT_TRUE(raising.isNull());
+}
+
 TEST(SafePointer, CastsByTheObjectsType) {
     Probe<Animal> animal(new Dog);
     {
