@@ -150,14 +150,14 @@ protected:
         EXPECT_EQ(reader.parse(ability), wanted == FAILS ? 0 : 1);
         EXPECT_EQ(stepsOf(ability), all);
         const std::string log = m_Log.take();
-        EXPECT_LE(std::count(log.begin(), log.end(), '\n'), 1) << log;
+        EXPECT_LE(std::count(log.begin(), log.end(), '\n'), wanted == FAILS ? 1 : 0) << log;
     }
 
     NVRAbilityConfigure m_Reader;
     NVRDeviceAbility m_Ability;
 };
 
-TEST_F(AbilityDocument, MissingPartsCountAsNothingOrEndTheReading) {
+TEST_F(AbilityDocument, WhatIsMissingCountsAsNothingOrEndsTheReading) {
     ASSERT_EQ(m_Reader.parse(m_Ability), 1);
     for (const Step& step : STEPS) {
         for (const auto& [without, wanted] : step.without) {

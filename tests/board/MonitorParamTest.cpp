@@ -58,8 +58,7 @@ TEST_F(MonitorParams, CreatesTheFileAndRefusesValuesOutOfRange) {
     MonitorParamConfig otherLayout(2, "/p.xml");
     expectRefusal(otherLayout, m_Param, m_Path + ": there is no layout 2");
     MonitorParamConfig lost(1, "/no/p.xml");
-    EXPECT_EQ(lost.getAllMonitorParam(m_All), 0);
-    expectRecord("MonitorParam: " + real("/no/p.xml: its folder: No such file or directory"));
+    expectRefusal(lost, m_Param, real("/no/p.xml: its folder: No such file or directory"));
 }
 
 TEST_F(MonitorParams, AFailedWriteLeavesTheOldFile) {
