@@ -17,6 +17,57 @@
 
 namespace {
 
+/// Says its name when it goes.
+class Service {
+public:
+    Service(std::string name, std::string& journal) : m_Name(std::move(name)), m_Journal(journal) {}
+    Service(const Service&) = delete;
+    ~Service() { m_Journal += m_Name + " "; }
+
+    const std::string m_Name;
+
+private:
+    std::string& m_Journal;
+};
+
+class OtherService {};
+
+class Registry : public IServiceFactory {
+public:
+    explicit Registry(std::string& journal) : m_Journal(journal) {}
+
+    int start() override { return 1; }
+    void stop() override {}
+    void add(const char* name, const char* label) {
+        registerService(name, SafePointer<Service>(new Service(label, m_Journal)));
+    }
+
+private:
+    std::string& m_Journal;
+};
+
+TEST(IServiceFactory, KeepsServicesByNameAndReleasesThemInOrder) {
+    std::string journal;
+    {
+        Registry factory(journal);
+        for (const char* name : {"gpio", "systemTime", "RealGPIO", "moniter", "I2CController"}) {
+            EXPECT_EQ(factory.getService(name), nullptr);
+            factory.add(name, name);
+        }
+        BaseSafePointer* holder = factory.getService("gpio");
+        ASSERT_NE(dynamic_cast<SafePointer<Service>*>(holder), nullptr);
+        EXPECT_EQ(dynamic_cast<SafePointer<OtherService>*>(holder), nullptr);
+        EXPECT_EQ(factory.getService("GPIO"), nullptr);
+        EXPECT_EQ(factory.getService("gpi"), nullptr);
+
+        factory.add("gpio", "latecomer");
+        EXPECT_EQ(journal, "latecomer ") << "a name that is taken keeps its service";
+        EXPECT_EQ(factory.getService("gpio"), holder);
+        journal.clear();
+    }
+    EXPECT_EQ(journal, "I2CController RealGPIO gpio moniter systemTime ");
+}
+
 /// A factory beside the one of the process.
 class Factory : public HardwareServiceFactory {
 public:
@@ -176,6 +227,20 @@ TEST_F(HardwareServiceFactoryTest, EndsTheProcessWithoutAbilities) {
     EXPECT_EXIT(
         Factory().start(), testing::ExitedWithCode(0),
         "NVRAbility.xml.*\n.*InitError: init DeviceAbility failed \\(MachineConfiguration:");
+}
+
+// With the detector and the worker running, a process that simply ends must end by itself.
+TEST_F(HardwareServiceFactoryTest, MayBeLeftRunningAtTheProcessEnd) {
+    const auto leaveFlashing = [] {
+        HardwareServiceFactory* factory = HardwareServiceFactory::getInstance();
+        factory->start();
+        auto* outputs = factory->getService("IOAlarmOutManager");
+        auto& manager = dynamic_cast<SafePointer<IOAlarmOutManager>&>(*outputs);
+        manager->setAlarmOutMode(1, {AlarmOutMode::Flash, AlarmOutMode::Direct, 0, 20.0F});
+        manager->triggerAlarm(1);
+        std::exit(0);
+    };
+    EXPECT_EXIT(leaveFlashing(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(HardwareServiceFactoryTest, RaisesWithoutAlarmLinesAndCanTryAgain) {

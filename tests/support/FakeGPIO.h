@@ -6,7 +6,6 @@
 #include <functional>
 #include <map>
 #include <mutex>
-#include <set>
 #include <string>
 #include <utility>
 
@@ -24,7 +23,7 @@ public:
     int set(int group, int bit, int level) override {
         {
             const std::lock_guard<std::mutex> guard(m_Mutex);
-            if (m_Broken.count({group, bit}) != 0) {
+            if (m_Broken[{group, bit}]) {
                 return 0;
             }
             m_Levels[{group, bit}] = level;
@@ -40,7 +39,7 @@ public:
 
     int get(int group, int bit, int& level) override {
         const std::lock_guard<std::mutex> guard(m_Mutex);
-        if (m_Broken.count({group, bit}) != 0) {
+        if (m_Broken[{group, bit}]) {
             return 0;
         }
         level = m_Levels[{group, bit}];
@@ -68,11 +67,7 @@ public:
 
     void breakLine(int group, int bit, bool broken = true) {
         const std::lock_guard<std::mutex> guard(m_Mutex);
-        if (broken) {
-            m_Broken.insert({group, bit});
-        } else {
-            m_Broken.erase({group, bit});
-        }
+        m_Broken[{group, bit}] = broken;
     }
 
     /// The drives since the last call, as "<ms>:<group>/<bit>=<level> ...".
@@ -103,6 +98,6 @@ private:
     std::int64_t m_Start = microseconds();
     std::mutex m_Mutex;
     std::map<Line, int> m_Levels;
-    std::set<Line> m_Broken;
+    std::map<Line, bool> m_Broken;
     std::string m_Journal;
 };
