@@ -1,5 +1,6 @@
 #include "alarm/IOAlarmInManager.h"
 
+#include "alarm/GPIOAlarmIn.h"
 #include "platform/Diagnostics.h"
 #include "platform/Time.h"
 #include "support/AlarmBench.h"
@@ -9,6 +10,65 @@
 #include <thread>
 
 namespace {
+
+class GPIOAlarmInTest : public AlarmBench {
+protected:
+    GPIOAlarmInTest() : AlarmBench({{5, 0, 3, 0}, {6, 0, 3, 1}}, {}) {}
+
+    /// An input on line 0/3.
+    GPIOAlarmIn makeInput(int configuredLevel) const {
+        const auto list = m_Detail->getAlarmInConfigItemList();
+        const auto& items = list->getHardwareConfigItemList();
+        const auto& item = configuredLevel == 0 ? items.front() : items.back();
+        return GPIOAlarmIn(m_Operator, dynamic_pointer_cast<GPIOSignalConfigItem>(item));
+    }
+};
+
+TEST_F(GPIOAlarmInTest, JudgesLevelsAndReportsChangesOnce) {
+    const struct {
+        int configured, valid, level, alarm;
+    } rows[] = {{0, 0, 0, 1}, {0, 0, 1, 0}, {1, 0, 0, 0}, {1, 0, 1, 1},
+                {0, 1, 0, 0}, {0, 1, 1, 1}, {1, 1, 0, 1}, {1, 1, 1, 0}};
+    for (const auto& row : rows) {
+        GPIOAlarmIn input = makeInput(row.configured);
+        m_Driver->breakLine(0, 3);
+        input.setValidLevel(row.valid); // without a line, the last state stays unknown
+        int alarm = 9;
+        EXPECT_EQ(input.checkAlarmValid(alarm), 0);
+        m_Driver->breakLine(0, 3, false);
+
+        EXPECT_EQ(input.checkAlarmValid(row.level, alarm), 1);
+        EXPECT_EQ(alarm, row.alarm) << &row - rows;
+        alarm = 9;
+        EXPECT_EQ(input.checkAlarmValid(row.level, alarm), 0);
+        EXPECT_EQ(alarm, 9) << "no change, no answer";
+        m_Driver->setLevel(0, 3, 1 - row.level);
+        EXPECT_EQ(input.checkAlarmValid(alarm), 1);
+        EXPECT_EQ(alarm, 1 - row.alarm);
+    }
+}
+
+TEST_F(GPIOAlarmInTest, TheLevelFoundAtASettingIsNoChange) {
+    GPIOAlarmIn input = makeInput(0);
+    int alarm = 9;
+    m_Driver->setLevel(0, 3, 1);
+    input.setValidLevel(1);
+    EXPECT_EQ(input.checkAlarmValid(1, alarm), 0);
+    GPIOAlarmIn other = makeInput(1); // keeps the level itself, not what it means
+    other.setValidLevel(0);
+    EXPECT_EQ(other.checkAlarmValid(1, alarm), 1);
+    m_Driver->breakLine(0, 3);
+    for (const int flag : {0, 1}) {
+        GlobalEnv::getInstance()->setPrintFlag(flag);
+        testing::internal::CaptureStdout();
+        input.setValidLevel(0);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), flag != 0 ? "getLevel() error\n" : "");
+        EXPECT_EQ(input.getValidLevel(), 0);
+    }
+    GlobalEnv::getInstance()->setPrintFlag(0);
+    EXPECT_EQ(input.checkAlarmValid(0, alarm), 1);
+    EXPECT_EQ(alarm, 1);
+}
 
 class IOAlarmInManagerTest : public AlarmBench {
 protected:
@@ -69,11 +129,9 @@ TEST_F(IOAlarmInManagerTest, ReportsEveryInputOnceAndThenItsChanges) {
 
 TEST_F(IOAlarmInManagerTest, KeepsAValidLevelPerInput) {
     int level = 9;
-    EXPECT_EQ(m_Manager.getValidLevel(3, level), 0);
+    EXPECT_EQ(m_Manager.setValidLevel(3, 1) + m_Manager.getValidLevel(3, level), 0);
     EXPECT_EQ(level, 9);
-    EXPECT_EQ(m_Manager.setValidLevel(3, 1), 0);
-    EXPECT_EQ(m_Manager.setValidLevel(7, 1), 1);
-    EXPECT_EQ(m_Manager.getValidLevel(7, level), 1);
+    EXPECT_EQ(m_Manager.setValidLevel(7, 1) + m_Manager.getValidLevel(7, level), 2);
     EXPECT_EQ(level, 1);
     EXPECT_EQ(notify(), "1=0 2=1 7=1");
 }
@@ -108,18 +166,6 @@ TEST_F(IOAlarmInManagerTest, OldLevelsAreNotJudgedAfterNewOnes) {
     m_Manager.notifyAlarmConsumers(false);
     second.join();
     EXPECT_EQ(m_Listener.take(), "2=0 2=1 1=1 2=0 2=1");
-}
-
-TEST(IOAlarmInManager, RefusesToBeWiredWithNothing) {
-    testing::internal::CaptureStdout();
-    SafePointer<MachineConfigurationDetail> unread(new ("test", __LINE__)
-                                                       MachineConfigurationDetail);
-    IOAlarmInManager manager;
-    EXPECT_THROW(manager.setMachineConfigurationDetail(unread), XQRuntimeError);
-    EXPECT_THROW(manager.init(), XQRuntimeError);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "SafePointer Report:22HardwareConfigItemList Construct from NULL <T>pointer\n"
-              "SafePointer Report:22HardwareConfigItemList Use NULL pointer ->\n");
 }
 
 } // namespace

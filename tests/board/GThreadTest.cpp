@@ -47,13 +47,4 @@ TEST_F(GThreadTest, RepeatsUntilAnExceptionOrAStopWhichCutsWaitsShort) {
     }
 }
 
-TEST(TarvikTime, WaitsForTheDuration) {
-    const auto begin = std::chrono::steady_clock::now();
-    TarvikTime::wait(TarvikTime(0, 20000));
-    TarvikTime::wait(TarvikTime(-1, 0));
-    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(20));
-    EXPECT_EQ(TarvikTime(1, 2500000).getSeconds(), 3);
-    EXPECT_EQ(TarvikTime(1, -1).getMicroseconds(), 999999);
-}
-
 } // namespace

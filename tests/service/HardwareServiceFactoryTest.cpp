@@ -30,8 +30,6 @@ private:
     std::string& m_Journal;
 };
 
-class OtherService {};
-
 class Registry : public IServiceFactory {
 public:
     explicit Registry(std::string& journal) : m_Journal(journal) {}
@@ -56,7 +54,7 @@ TEST(IServiceFactory, KeepsServicesByNameAndReleasesThemInOrder) {
         }
         BaseSafePointer* holder = factory.getService("gpio");
         ASSERT_NE(dynamic_cast<SafePointer<Service>*>(holder), nullptr);
-        EXPECT_EQ(dynamic_cast<SafePointer<OtherService>*>(holder), nullptr);
+        EXPECT_EQ(dynamic_cast<SafePointer<IGPIO>*>(holder), nullptr);
         EXPECT_EQ(factory.getService("GPIO"), nullptr);
         EXPECT_EQ(factory.getService("gpi"), nullptr);
 
@@ -205,6 +203,17 @@ TEST_F(HardwareServiceFactoryTest, ALineThatChangesReachesTheListeners) {
     flipInput(*inputs[0].operator->());
     EXPECT_TRUE(messages.waitFor("1=0")) << messages.take();
     factory.stop();
+}
+
+TEST_F(HardwareServiceFactoryTest, ListensFromTheMomentTheDeviceIsThere) {
+    std::filesystem::rename(m_Board.device(), m_Board.root() / "gone");
+    Factory factory;
+    EXPECT_EQ(factory.start(), 1);
+    auto& listener = factory.get<IOAlarmInListener>("IOAlarmInListener");
+    EXPECT_EQ(listener.start(), 0);
+    std::filesystem::rename(m_Board.root() / "gone", m_Board.device());
+    EXPECT_EQ(listener.start(), 1);
+    EXPECT_EQ(listener.stop(), 0);
 }
 
 TEST_F(HardwareServiceFactoryTest, ATriggerReachesTheLine) {
