@@ -41,8 +41,7 @@ std::unique_ptr<GPIOBankWatch> SimulatedWatch::begin(const std::string& device,
     if (watch->m_DeviceWatch < 0) {
         return nullptr;
     }
-    watch->m_BankWatch = observe(device + "/" + entry, LINE_EVENTS | SELF_EVENTS);
-    if (watch->m_BankWatch < 0) {
+    if (observe(device + "/" + entry, LINE_EVENTS | SELF_EVENTS) < 0) {
         return nullptr;
     }
     return watch;

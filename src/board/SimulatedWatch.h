@@ -29,6 +29,5 @@ private:
     const FileDescriptor m_Inotify;
     const std::string m_Entry;
     int m_DeviceWatch = -1;
-    int m_BankWatch = -1;
     std::set<std::string> m_Files; // of the covered lines
 };
