@@ -25,6 +25,7 @@ public:
     /// Loads the file-system ability document alone: 1, or 0 with nothing changed.
     int initFileSystemAbility();
 
+    /// What init() has loaded; lives as long as this object.
     const NVRDeviceAbility& getDeviceAbility() const { return m_DeviceAbility; }
 
     /// Every resolution of the ability document, in its order.

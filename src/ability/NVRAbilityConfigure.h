@@ -12,9 +12,10 @@
 /// they stand and compared with no list. Not protected by a lock.
 class NVRHW_API NVRAbilityConfigure {
 public:
-    using Node = SafePointer<XmlConfigureNode>;
-    using Item = SafePointer<XmlConfigureItem>;
+    using Node = SafePointer<XmlConfigureNode>; ///< a section of the document
+    using Item = SafePointer<XmlConfigureItem>; ///< an entry of a section
 
+    /// To be set before parse(): there is no default here.
     void setAbilityConfigFileName(const std::string& name) { m_AbilityConfigFileName = name; }
 
     /// Reads the whole document into `ability`: 1, or 0 as soon as something fails, with everything
@@ -30,15 +31,14 @@ public:
     /// there is none.
     int getMonitorResolution(int inputType, int resolutionId, MonitorResolution& out);
 
-    // The sections. 1 when the section was read; 0 when it failed, with the lists of `out`
-    // unchanged.
-
-    /// Appends the node's resolutions to `list`.
+    /// Appends the node's resolutions to `list`: 1, or 0 when its items cannot be had.
     int parseMonitorResolution(Node& node, std::vector<MonitorResolution>& list);
 
-    /// Fails when it refers to a resolution that getMonitorResolution() does not find.
+    /// As the sections below; fails when it refers to a resolution that getMonitorResolution() does
+    /// not find.
     int parseMonitorAbility(Node& node, MonitorAbility& out);
 
+    /// Reads a section: 1, or 0 with the lists of `out` unchanged when it fails.
     int parseLayoutAbility(Node& node, LayoutAbility& out);
     int parseWebAbility(const Node& node, WebAbility& out);
     int parseDecodingAbility(Node& node, DecodingAbility& out);

@@ -11,6 +11,8 @@ class NVRHW_API AlarmInformation : public IMessage {
 public:
     AlarmInformation() = default;
     ~AlarmInformation() override;
+
+    /// A listener that needs the message beyond the call keeps a copy.
     AlarmInformation(const AlarmInformation&) = default;
     AlarmInformation& operator=(const AlarmInformation&) = default;
 

@@ -7,12 +7,14 @@
 /// How an alarm output behaves when it is triggered. A plain value.
 class NVRHW_API AlarmOutMode {
 public:
+    /// What a trigger does with the line.
     enum Mode : std::int32_t {
         Steady = 1, ///< active until cancelled, or for the timeout
         Flash = 2,  ///< inverted at the frequency until cancelled, or for the timeout
         Pulse = 3   ///< active for 10 ms
     };
 
+    /// Which level counts as active.
     enum SwitchSignal : std::int32_t {
         Direct = 0,  ///< active is the line's configured valid level
         Inverted = 1 ///< active is the other level
@@ -24,9 +26,11 @@ public:
     AlarmOutMode(Mode mode, SwitchSignal validSignal, int timeout, float frequency)
         : m_Mode(mode), m_ValidSignal(validSignal), m_Frequency(frequency), m_Timeout(timeout) {}
 
+    /// A value that Mode does not name makes a trigger do nothing.
     Mode getMode() const { return m_Mode; }
     void setMode(Mode mode) { m_Mode = mode; }
 
+    /// Inverted swaps the active level and the one at rest.
     SwitchSignal getValidSignal() const { return m_ValidSignal; }
     void setValidSignal(SwitchSignal validSignal) { m_ValidSignal = validSignal; }
 

@@ -26,6 +26,7 @@ public:
     /// The same for a level read elsewhere.
     virtual int checkAlarmValid(int level, int& alarm) = 0;
 
+    /// The level that was last set, 0 before; not the configured one of the line.
     int getValidLevel() const { return m_ValidLevel; }
 
     /// A virtual input has no hardware line behind it.
@@ -33,6 +34,9 @@ public:
     bool isVirtual() const { return m_VirtualFlag; }
 
 protected:
+    /// What setValidLevel() has set.
     int m_ValidLevel = 0;
+
+    /// True for an input without a line.
     bool m_VirtualFlag = false;
 };

@@ -17,11 +17,13 @@ public:
     /// Switches the output off, whatever its mode.
     virtual void cancelAlarm() = 0;
 
+    /// How the next trigger will behave; lives as long as the output.
     const AlarmOutMode& getAlarmOutMode() const { return m_AlarmOutMode; }
 
     /// Takes effect with the next trigger or cancel.
     void setAlarmOutMode(const AlarmOutMode& mode) { m_AlarmOutMode = mode; }
 
 protected:
+    /// Steady, direct and without a time-out until it is replaced.
     AlarmOutMode m_AlarmOutMode;
 };

@@ -26,6 +26,7 @@ class NVRHW_API IOAlarmInManager : public IAlarmProducer {
 public:
     NVRHW_TRACKED
 
+    /// The inputs by their ids.
     using AlarmInTable = std::map<int, SafePointer<IAlarmIn>>;
 
     IOAlarmInManager() = default;
@@ -50,6 +51,7 @@ public:
     /// 1, or 0 when there is no such input.
     int setValidLevel(int id, int level) NVRHW_EXCLUDES(m_Mutex);
 
+    /// The same for the inputs of another table, under the lock of this manager.
     int getValidLevel(AlarmInTable& table, int id, int& level) NVRHW_EXCLUDES(m_Mutex);
     int setValidLevel(AlarmInTable& table, int id, int level) NVRHW_EXCLUDES(m_Mutex);
 
@@ -86,6 +88,7 @@ namespace NS_IOAlarmInManager {
 NVRHW_API void changeHardwareConfigItem2IOInfo(const HardwareConfigItemList::Items& items,
                                                std::vector<IOInfo>& infos);
 
+/// The same for items that are GPIO signals already.
 NVRHW_API void
 changeGPIOSignalConfigItem2IOInfo(const std::vector<SafePointer<GPIOSignalConfigItem>>& items,
                                   std::vector<IOInfo>& infos);

@@ -26,6 +26,7 @@ public:
     IOAlarmOutManager(const IOAlarmOutManager&) = delete;
     IOAlarmOutManager& operator=(const IOAlarmOutManager&) = delete;
 
+    /// What the outputs drive their lines with; to be set before init().
     void setGPIOOperator(const SafePointer<GPIOOperator>& gpioOperator);
 
     /// Takes the alarm output items of `detail` and keeps it. Raises XQRuntimeError when `detail`

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+struct stat;
+
 /// One line to read and what came of it.
 struct GPIOReading {
     int group;
@@ -20,6 +22,12 @@ struct GPIOReading {
 class GPIOBank {
 public:
     virtual ~GPIOBank() = default;
+
+    /// False when the bank's entry in the device's directory, as it is now, is not this bank.
+    virtual bool isCurrent(const struct stat& entry) = 0;
+
+    /// Lets go of what it holds, as another bank takes its place; its operations fail from now on.
+    virtual void retire() {}
 
     /// Reads lines of this bank, each into its reading.
     virtual void read(const std::vector<GPIOReading*>& readings) = 0;

@@ -10,7 +10,8 @@
 #include <vector>
 
 /// The banks of one device, a directory with one entry per group. Banks are made when they are
-/// first used; nothing has to be there when the table is made. Thread-safe.
+/// first used, of the kind that the entry has then, and exchanged with it; nothing has to be there
+/// when the table is made. Thread-safe.
 class GPIOBankTable {
 public:
     /// The table of this device, one for the whole process as long as anybody holds it.
@@ -31,11 +32,15 @@ public:
     /// Drives a line; a failure is logged and answered with false.
     bool drive(int group, int bit, int level);
 
-    GPIOFaultBook& getFaultBook() { return m_FaultBook; }
+    GPIOFaultBook& getFaultBook() { return *m_FaultBook; }
 
 private:
+    std::shared_ptr<GPIOBank> findKnown(int group);
+    std::shared_ptr<GPIOBank> open(int group, const struct stat& entry, std::string& cause);
+    void readAll(const std::vector<GPIOReading*>& readings);
+
     const std::string m_Device;
-    GPIOFaultBook m_FaultBook;
+    const std::shared_ptr<GPIOFaultBook> m_FaultBook; // shared with the banks
     XQMutex m_Mutex;
     std::map<int, std::shared_ptr<GPIOBank>> m_Banks NVRHW_GUARDED_BY(m_Mutex);
 };

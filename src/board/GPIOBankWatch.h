@@ -17,7 +17,11 @@ public:
     /// Readable when drain() has something to find. The same for the life of the watch.
     virtual int getDescriptor() const = 0;
 
-    /// Covers one more line: a change after the return is found. False, and `cause`, on failure.
+    /// Milliseconds after which drain() is wanted in any case; negative when it is not.
+    virtual int getTimeout() const { return -1; }
+
+    /// Covers one more line: a change after the return is found. A line that cannot be had now is
+    /// tried again by drain(). False, and `cause`, when the watch is lost.
     virtual bool add(int bit, std::string& cause) = 0;
     virtual void remove(int bit) = 0;
 

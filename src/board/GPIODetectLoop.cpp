@@ -5,10 +5,10 @@
 #include "board/StopSignal.h"
 #include "platform/Diagnostics.h"
 
-#include <algorithm>
 #include <iterator>
 #include <poll.h>
 #include <sys/epoll.h>
+#include <sys/eventfd.h>
 #include <utility>
 
 namespace {
@@ -23,11 +23,7 @@ bool GPIODetectLoop::open(const std::string& device, std::string& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     forgetLines();
     m_Banks.reset();
-    if (!m_Epoll.isValid()) {
-        m_Epoll = FileDescriptor(epoll_create1(EPOLL_CLOEXEC));
-    }
-    if (!m_Epoll.isValid()) {
-        cause = errnoText("epoll_create1");
+    if (!m_Epoll.isValid() && !makeDescriptors(cause)) {
         return false;
     }
     const auto banks = GPIOBankTable::of(device);
@@ -35,6 +31,19 @@ bool GPIODetectLoop::open(const std::string& device, std::string& cause) {
         return false;
     }
     m_Banks = banks;
+    return true;
+}
+
+bool GPIODetectLoop::makeDescriptors(std::string& cause) {
+    FileDescriptor epoll(epoll_create1(EPOLL_CLOEXEC));
+    m_Wake = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    epoll_event interest{};
+    interest.events = EPOLLIN;
+    if (epoll_ctl(epoll.get(), EPOLL_CTL_ADD, m_Wake.get(), &interest) != 0) {
+        cause = errnoText("epoll_ctl");
+        return false;
+    }
+    m_Epoll = std::move(epoll);
     return true;
 }
 
@@ -76,6 +85,7 @@ bool GPIODetectLoop::addLine(int group, int bit, std::string& cause) {
     if (lines.watch == nullptr || !lines.watch->add(bit, cause)) {
         restore(group, lines); // if the bank is not there, pass() goes on trying
     }
+    eventfd_write(m_Wake.get(), 1); // a pass may be waiting without limit
     return true;
 }
 
@@ -161,21 +171,30 @@ bool GPIODetectLoop::restore(int number, Group& group) {
 bool GPIODetectLoop::waitForEvents() {
     StopSignal& stop = *StopSignal::ofThisThread();
     const int stopDescriptor = stop.getDescriptor();
-    const bool unlimited = stopDescriptor >= 0 && !isAnyLost();
+    const int limit = stopDescriptor >= 0 ? timeout() : RETRY_INTERVAL;
     pollfd sources[] = {{stopDescriptor, POLLIN, 0}, {m_Epoll.get(), POLLIN, 0}};
-    poll(sources, std::size(sources), unlimited ? WITHOUT_LIMIT : RETRY_INTERVAL);
+    poll(sources, std::size(sources), limit);
     return !stop.isRequested();
 }
 
-bool GPIODetectLoop::isAnyLost() {
+// The shortest time that any group wants to wait, in milliseconds.
+int GPIODetectLoop::timeout() {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    return std::any_of(m_Groups.begin(), m_Groups.end(),
-                       [](const auto& numbered) { return numbered.second.watch == nullptr; });
+    int shortest = WITHOUT_LIMIT;
+    for (const auto& [number, group] : m_Groups) {
+        const int wanted = group.watch != nullptr ? group.watch->getTimeout() : RETRY_INTERVAL;
+        if (wanted >= 0 && (shortest < 0 || wanted < shortest)) {
+            shortest = wanted;
+        }
+    }
+    return shortest;
 }
 
 // True when a watched line may have changed.
 bool GPIODetectLoop::collectChanges() {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    eventfd_t ignored = 0;
+    eventfd_read(m_Wake.get(), &ignored);
     bool changed = false;
     for (auto& [number, group] : m_Groups) {
         const auto found = group.watch != nullptr ? group.watch->drain() : GPIOBankWatch::LOST;

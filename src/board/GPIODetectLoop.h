@@ -40,13 +40,14 @@ private:
         std::unique_ptr<GPIOBankWatch> watch; // null while the bank is lost
     };
 
+    bool makeDescriptors(std::string& cause);
     void forgetLines() NVRHW_REQUIRES(m_Mutex);
     void forget(int number, int bit) NVRHW_REQUIRES(m_Mutex);
     bool beginWatch(int number, Group& group, std::string& cause) NVRHW_REQUIRES(m_Mutex);
     void endWatch(Group& group) NVRHW_REQUIRES(m_Mutex);
     bool restore(int number, Group& group) NVRHW_REQUIRES(m_Mutex);
     bool waitForEvents();
-    bool isAnyLost();
+    int timeout();
     bool collectChanges();
     void callHandler();
 
@@ -54,6 +55,7 @@ private:
     // All watches behind one descriptor, so that lines can be added while a pass waits for it. Made
     // by the first open(), before there is a thread.
     FileDescriptor m_Epoll;
+    FileDescriptor m_Wake; // written when what a pass waits for has changed
     std::shared_ptr<GPIOBankTable> m_Banks NVRHW_GUARDED_BY(m_Mutex);
     std::map<int, Group> m_Groups NVRHW_GUARDED_BY(m_Mutex);
     IGPIODetect::Handler m_Handler NVRHW_GUARDED_BY(m_Mutex) = nullptr;

@@ -16,7 +16,8 @@ void GPIOFaultBook::note(Operation operation, int group, int bit, const std::str
     if (cause.empty() && m_Count.load(std::memory_order_relaxed) == 0) { // the usual case: no lock
         return;
     }
-    if (!enter({operation, group, operation == WATCH ? 0 : bit}, cause)) {
+    int failures = 0;
+    if (!enter({operation, group, operation == WATCH ? 0 : bit}, cause, failures)) {
         return;
     }
     std::string text = "group " + std::to_string(group);
@@ -24,23 +25,29 @@ void GPIOFaultBook::note(Operation operation, int group, int bit, const std::str
         text += ", bit " + std::to_string(bit);
     }
     text += cause.empty() ? WORKS[operation] : FAILS[operation] + cause;
+    if (failures != 0) {
+        text += " (failed " + std::to_string(failures) + " times before)";
+    }
     Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
 }
 
-// True when this is news.
-bool GPIOFaultBook::enter(const Key& key, const std::string& cause) {
+// True when this is news; then `failures` is how often it had failed for the cause before.
+bool GPIOFaultBook::enter(const Key& key, const std::string& cause, int& failures) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    const auto known = m_Causes.find(key);
-    bool news = false;
-    if (cause.empty()) {
-        news = known != m_Causes.end();
-        if (news) {
-            m_Causes.erase(known);
-        }
-    } else if (known == m_Causes.end() || known->second != cause) {
-        m_Causes[key] = cause;
-        news = true;
+    const auto known = m_Faults.find(key);
+    if (known != m_Faults.end() && known->second.cause == cause) {
+        ++known->second.count;
+        return false;
     }
-    m_Count.store(m_Causes.size(), std::memory_order_relaxed);
+    if (known != m_Faults.end()) {
+        failures = known->second.count;
+    }
+    const bool news = known != m_Faults.end() || !cause.empty();
+    if (!cause.empty()) {
+        m_Faults[key] = {cause, 1};
+    } else if (known != m_Faults.end()) {
+        m_Faults.erase(known);
+    }
+    m_Count.store(m_Faults.size(), std::memory_order_relaxed);
     return news;
 }

@@ -8,7 +8,8 @@
 #include <tuple>
 
 /// Logs the failures of lines: one record when a line begins to fail or the cause changes, one
-/// when it works again. Thread-safe.
+/// when it works again. What is repeated in between is counted: the next record tells how often it
+/// has failed. Thread-safe.
 class GPIOFaultBook {
 public:
     enum Operation { READ, DRIVE, WATCH };
@@ -20,9 +21,14 @@ public:
 private:
     using Key = std::tuple<Operation, int, int>;
 
-    bool enter(const Key& key, const std::string& cause);
+    struct Fault {
+        std::string cause;
+        int count = 0; // of failures
+    };
+
+    bool enter(const Key& key, const std::string& cause, int& failures);
 
     XQMutex m_Mutex;
-    std::map<Key, std::string> m_Causes NVRHW_GUARDED_BY(m_Mutex);
-    std::atomic<std::size_t> m_Count{0}; // of m_Causes
+    std::map<Key, Fault> m_Faults NVRHW_GUARDED_BY(m_Mutex);
+    std::atomic<std::size_t> m_Count{0}; // of m_Faults
 };

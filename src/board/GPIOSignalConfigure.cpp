@@ -1,4 +1,5 @@
 #include "board/ConfigError.h"
+#include "board/GPIOLineTable.h"
 #include "board/XmlElement.h"
 #include "platform/HardwareConfigure.h"
 
@@ -11,13 +12,43 @@ constexpr char ID[] = "id";
 constexpr char GROUP[] = "group";
 constexpr char BIT_POSITION[] = "bitPosition";
 constexpr char VALID_LEVEL[] = "validLevel";
+constexpr char NAME[] = "name";
+constexpr char DEBOUNCE[] = "debounce";
+constexpr char BIAS[] = "bias";
+constexpr char DRIVE[] = "drive";
 
 constexpr XmlElement::Range ANY{};
 constexpr XmlElement::Range GROUPS{0, 32767};
 constexpr XmlElement::Range BIT_POSITIONS{0, 65535};
 constexpr XmlElement::Range LEVELS{0, 1};
+constexpr XmlElement::Range DEBOUNCES{0, 10000};
 
-SafePointer<HardwareConfigItem> readItem(const XmlElement& item) {
+// In the order of GPIOLineSettings::Bias and Drive, behind the value for none.
+const std::vector<std::string>& biases() {
+    static const std::vector<std::string> texts{"pull-up", "pull-down", "disabled"};
+    return texts;
+}
+
+const std::vector<std::string>& drives() {
+    static const std::vector<std::string> texts{"push-pull", "open-drain", "open-source"};
+    return texts;
+}
+
+GPIOLineSettings readSettings(const XmlElement& item) {
+    GPIOLineSettings settings;
+    int place = 0;
+    item.read(NAME, settings.name);
+    item.read(DEBOUNCE, settings.debounce, DEBOUNCES);
+    if (item.read(BIAS, biases(), place)) {
+        settings.bias = static_cast<GPIOLineSettings::Bias>(place + 1);
+    }
+    if (item.read(DRIVE, drives(), place)) {
+        settings.drive = static_cast<GPIOLineSettings::Drive>(place + 1);
+    }
+    return settings;
+}
+
+SafePointer<GPIOSignalConfigItem> readItem(const XmlElement& item) {
     if (item.name() != XmlElement::ITEM) {
         item.fail("not an item"); // a misspelled one must not get lost
     }
@@ -25,8 +56,8 @@ SafePointer<HardwareConfigItem> readItem(const XmlElement& item) {
     const int group = item.require(GROUP, GROUPS);
     const int bitPosition = item.require(BIT_POSITION, BIT_POSITIONS);
     const int validLevel = item.require(VALID_LEVEL, LEVELS);
-    return SafePointer<HardwareConfigItem>(
-        new (SOURCE, __LINE__) GPIOSignalConfigItem(id, group, bitPosition, validLevel));
+    return SafePointer<GPIOSignalConfigItem>(new (SOURCE, __LINE__) GPIOSignalConfigItem(
+        id, group, bitPosition, validLevel, readSettings(item)));
 }
 
 } // namespace
@@ -36,8 +67,13 @@ int GPIOSignalConfigure::getConfig(SafePointer<HardwareConfigItemList>& list) {
         const XmlElement section = XmlElement::readRoot(m_ConfigFileName).child(m_ConfigName);
         const SafePointer<HardwareConfigItemList> items(new (SOURCE, __LINE__)
                                                             HardwareConfigItemList);
+        std::vector<SafePointer<GPIOSignalConfigItem>> signals;
         for (const XmlElement& item : section.children()) {
-            items->addHardwareConfigItem(readItem(item));
+            signals.push_back(readItem(item));
+            items->addHardwareConfigItem(SafePointer<HardwareConfigItem>(signals.back()));
+        }
+        for (const auto& signal : signals) {
+            GPIOLineTable::set(signal->getGroup(), signal->getBitPosition(), signal->getSettings());
         }
         list = items;
     });

@@ -2,10 +2,31 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <memory>
+#include <mutex>
 #include <syslog.h>
 #include <unistd.h>
+#include <utility>
 
-void Logger::writeLog(const char* subject, const char* text, const char* file, int line) {
+namespace {
+
+struct SinkHolder {
+    std::mutex mutex;
+    std::shared_ptr<const Logger::Sink> sink;
+};
+
+SinkHolder& holder() {
+    static SinkHolder* const instance = new SinkHolder; // records are written until the very end
+    return *instance;
+}
+
+std::shared_ptr<const Logger::Sink> currentSink() {
+    SinkHolder& kept = holder();
+    const std::lock_guard<std::mutex> guard(kept.mutex); // an XQMutex would log
+    return kept.sink;
+}
+
+void writeLine(const char* subject, const char* text, const char* file, int line) {
     std::string record = "nvrhw: " + std::string(subject) + ": " + text + " (" + file + ":" +
                          std::to_string(line) + ")";
     std::replace_if(
@@ -25,4 +46,24 @@ void Logger::writeLog(const char* subject, const char* text, const char* file, i
         }
         written += static_cast<std::size_t>(count);
     }
+}
+
+} // namespace
+
+void Logger::writeLog(const char* subject, const char* text, const char* file, int line) {
+    if (const auto sink = currentSink()) {
+        (*sink)({subject, text, file, line});
+    } else {
+        writeLine(subject, text, file, line);
+    }
+}
+
+void Logger::setSink(Sink sink) {
+    std::shared_ptr<const Sink> next;
+    if (sink) {
+        next = std::make_shared<const Sink>(std::move(sink));
+    }
+    SinkHolder& kept = holder();
+    const std::lock_guard<std::mutex> guard(kept.mutex);
+    kept.sink.swap(next); // the old one goes after the lock
 }

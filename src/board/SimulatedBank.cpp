@@ -2,6 +2,7 @@
 
 #include "board/ErrnoText.h"
 #include "board/FileDescriptor.h"
+#include "board/GPIOLineTable.h"
 #include "board/SimulatedWatch.h"
 
 #include <cctype>
@@ -14,7 +15,9 @@ namespace {
 
 constexpr std::size_t LONGEST_CONTENT = 255;
 constexpr std::size_t LONGEST_QUOTE = 16;
+constexpr char SOURCE[] = "SimulatedBank";
 constexpr std::int64_t NANOSECONDS = 1000000000;
+constexpr std::int64_t MILLISECOND = 1000000; // nanoseconds
 
 // A shell that writes a level empties the file first. Whoever reads in that moment gives it a
 // little time, but only then: a file that has been empty for longer is not waited for.
@@ -35,14 +38,19 @@ FileDescriptor openLine(const std::string& path, int mode, struct stat& info, st
     return file;
 }
 
-bool isFresh(const FileDescriptor& file) {
-    struct stat info {};
+// True when the last change is less than this time, in nanoseconds, ago. A time far in the future
+// is that of a clock that has been set back.
+bool isYounger(const struct stat& info, std::int64_t limit) {
     timespec now{};
-    fstat(file.get(), &info);
     clock_gettime(CLOCK_REALTIME, &now);
     const std::int64_t age = (std::int64_t{now.tv_sec} - info.st_mtim.tv_sec) * NANOSECONDS +
                              now.tv_nsec - info.st_mtim.tv_nsec;
-    return age >= -PATIENCE && age < PATIENCE;
+    return age >= -limit && age < limit;
+}
+
+bool isFresh(const FileDescriptor& file) {
+    struct stat info {};
+    return fstat(file.get(), &info) == 0 && isYounger(info, PATIENCE);
 }
 
 // False, and `cause`, on failure; `patient` asks for another try.
@@ -96,7 +104,9 @@ std::string quote(const std::string& content) {
 } // namespace
 
 SimulatedBank::SimulatedBank(const std::string& device, int group)
-    : m_Device(device), m_Entry(std::to_string(group)) {}
+    : m_Device(device), m_Group(group), m_Entry(std::to_string(group)) {}
+
+bool SimulatedBank::isCurrent(const struct stat& entry) { return S_ISDIR(entry.st_mode); }
 
 void SimulatedBank::read(const std::vector<GPIOReading*>& readings) {
     for (GPIOReading* reading : readings) {
@@ -106,7 +116,7 @@ void SimulatedBank::read(const std::vector<GPIOReading*>& readings) {
             continue;
         }
         if (isLevel(content)) {
-            reading->level = content.front() - '0';
+            reading->level = debounce(reading->bit, content.front() - '0');
         } else {
             reading->cause = path + ": neither 0 nor 1 but " + quote(content);
         }
@@ -130,11 +140,33 @@ bool SimulatedBank::drive(int bit, int level, std::string& cause) {
         cause = errnoText(path);
         return false;
     }
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    m_Held[bit] = level; // what we drive does not bounce
     return true;
 }
 
+bool SimulatedBank::hasHeld(const std::string& path, int time) {
+    struct stat info {};
+    return lstat(path.c_str(), &info) != 0 || !isYounger(info, time * MILLISECOND);
+}
+
+// The file is looked at after its content: a level that comes in between counts as young.
+int SimulatedBank::debounce(int bit, int level) {
+    const int time = GPIOLineTable::get(m_Group, bit).debounce;
+    if (time == 0) {
+        return level;
+    }
+    const bool held = hasHeld(lineFile(bit), time + CLOCK_TICK);
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const auto known = m_Held.insert({bit, level}).first;
+    if (held) {
+        known->second = level;
+    }
+    return known->second;
+}
+
 std::unique_ptr<GPIOBankWatch> SimulatedBank::watch(std::string& cause) {
-    return SimulatedWatch::begin(m_Device, m_Entry, cause);
+    return SimulatedWatch::begin(m_Device, m_Group, cause);
 }
 
 std::string SimulatedBank::lineFile(int bit) const {

@@ -1,6 +1,8 @@
 #include "board/SimulatedWatch.h"
 
 #include "board/ErrnoText.h"
+#include "board/GPIOLineTable.h"
+#include "board/SimulatedBank.h"
 
 #include <algorithm>
 #include <sys/inotify.h>
@@ -20,14 +22,14 @@ constexpr std::uint32_t LOSS = SELF_EVENTS | IN_IGNORED | IN_UNMOUNT | IN_Q_OVER
 
 } // namespace
 
-std::unique_ptr<GPIOBankWatch> SimulatedWatch::begin(const std::string& device,
-                                                     const std::string& entry, std::string& cause) {
+std::unique_ptr<GPIOBankWatch> SimulatedWatch::begin(const std::string& device, int group,
+                                                     std::string& cause) {
     FileDescriptor inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
     if (!inotify.isValid()) {
         cause = errnoText("inotify_init1");
         return nullptr;
     }
-    std::unique_ptr<SimulatedWatch> watch(new SimulatedWatch(std::move(inotify), entry));
+    std::unique_ptr<SimulatedWatch> watch(new SimulatedWatch(std::move(inotify), device, group));
     const auto observe = [&](const std::string& path, std::uint32_t events) {
         const int descriptor =
             inotify_add_watch(watch->getDescriptor(), path.c_str(), events | IN_ONLYDIR);
@@ -41,23 +43,50 @@ std::unique_ptr<GPIOBankWatch> SimulatedWatch::begin(const std::string& device,
     if (watch->m_DeviceWatch < 0) {
         return nullptr;
     }
-    if (observe(device + "/" + entry, LINE_EVENTS | SELF_EVENTS) < 0) {
+    if (observe(device + "/" + watch->m_Entry, LINE_EVENTS | SELF_EVENTS) < 0) {
         return nullptr;
     }
     return watch;
 }
 
-SimulatedWatch::SimulatedWatch(FileDescriptor inotify, const std::string& entry)
-    : m_Inotify(std::move(inotify)), m_Entry(entry) {}
+SimulatedWatch::SimulatedWatch(FileDescriptor inotify, const std::string& device, int group)
+    : m_Inotify(std::move(inotify)), m_Device(device), m_Group(group),
+      m_Entry(std::to_string(group)) {}
 
 bool SimulatedWatch::add(int bit, std::string& /*cause*/) {
-    m_Files.insert(std::to_string(bit));
+    const std::string file = std::to_string(bit);
+    const int debounce = GPIOLineTable::get(m_Group, bit).debounce;
+    m_Files[file] = debounce;
+    const std::string path = m_Device + "/" + m_Entry + "/" + file;
+    if (debounce != 0 && !SimulatedBank::hasHeld(path, debounce + SimulatedBank::CLOCK_TICK)) {
+        judge(file); // nobody reads this level before it has held
+    }
     return true;
 }
 
-void SimulatedWatch::remove(int bit) { m_Files.erase(std::to_string(bit)); }
+void SimulatedWatch::remove(int bit) {
+    m_Files.erase(std::to_string(bit));
+    m_Due.erase(std::to_string(bit));
+}
+
+int SimulatedWatch::getTimeout() const {
+    if (m_Due.empty()) {
+        return -1;
+    }
+    const auto next =
+        std::min_element(m_Due.begin(), m_Due.end(), [](const auto& one, const auto& other) {
+            return one.second < other.second;
+        });
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(next->second - Clock::now());
+    return std::max(0, static_cast<int>(left.count()));
+}
 
 GPIOBankWatch::Finding SimulatedWatch::drain() {
+    const Finding found = takeEvents();
+    return std::max(found, takeDue());
+}
+
+GPIOBankWatch::Finding SimulatedWatch::takeEvents() {
     alignas(inotify_event) char buffer[BUFFER_SIZE];
     Finding found = NOTHING;
     for (int i = 0; i < MOST_BUFFERS; ++i) {
@@ -74,7 +103,7 @@ GPIOBankWatch::Finding SimulatedWatch::drain() {
     return found;
 }
 
-GPIOBankWatch::Finding SimulatedWatch::judge(const inotify_event& event) const {
+GPIOBankWatch::Finding SimulatedWatch::judge(const inotify_event& event) {
     if ((event.mask & LOSS) != 0) { // an overflow may have swallowed the loss of the bank
         return LOST;
     }
@@ -82,5 +111,32 @@ GPIOBankWatch::Finding SimulatedWatch::judge(const inotify_event& event) const {
     if (event.wd == m_DeviceWatch) {
         return name == m_Entry ? LOST : NOTHING;
     }
-    return name.empty() || m_Files.count(name) != 0 ? CHANGED : NOTHING;
+    return name.empty() ? CHANGED : judge(name);
+}
+
+GPIOBankWatch::Finding SimulatedWatch::judge(const std::string& file) {
+    const auto covered = m_Files.find(file);
+    if (covered == m_Files.end()) {
+        return NOTHING;
+    }
+    if (covered->second == 0) {
+        return CHANGED;
+    }
+    // A little longer than the bank waits, as it is to give the new level then.
+    m_Due[file] =
+        Clock::now() + std::chrono::milliseconds(covered->second + SimulatedBank::CLOCK_TICK + 1);
+    return NOTHING;
+}
+
+GPIOBankWatch::Finding SimulatedWatch::takeDue() {
+    Finding found = NOTHING;
+    for (auto due = m_Due.begin(); due != m_Due.end();) {
+        if (due->second <= Clock::now()) {
+            due = m_Due.erase(due);
+            found = CHANGED;
+        } else {
+            ++due;
+        }
+    }
+    return found;
 }

@@ -3,8 +3,9 @@
 #include "board/FileDescriptor.h"
 #include "board/GPIOBankWatch.h"
 
+#include <chrono>
+#include <map>
 #include <memory>
-#include <set>
 #include <string>
 
 struct inotify_event;
@@ -13,21 +14,30 @@ struct inotify_event;
 class SimulatedWatch : public GPIOBankWatch {
 public:
     /// Watches the entry of a device's directory; null, and `cause`, when that is not possible.
-    static std::unique_ptr<GPIOBankWatch> begin(const std::string& device, const std::string& entry,
+    static std::unique_ptr<GPIOBankWatch> begin(const std::string& device, int group,
                                                 std::string& cause);
 
     int getDescriptor() const override { return m_Inotify.get(); }
+    int getTimeout() const override;
     bool add(int bit, std::string& cause) override;
     void remove(int bit) override;
     Finding drain() override;
 
 private:
-    SimulatedWatch(FileDescriptor inotify, const std::string& entry);
+    using Clock = std::chrono::steady_clock;
 
-    Finding judge(const inotify_event& event) const;
+    SimulatedWatch(FileDescriptor inotify, const std::string& device, int group);
+
+    Finding takeEvents();
+    Finding judge(const inotify_event& event);
+    Finding judge(const std::string& file);
+    Finding takeDue();
 
     const FileDescriptor m_Inotify;
-    const std::string m_Entry;
+    const std::string m_Device;
+    const int m_Group;
+    const std::string m_Entry; // of the bank in the device's directory
     int m_DeviceWatch = -1;
-    std::set<std::string> m_Files; // of the covered lines
+    std::map<std::string, int> m_Files; // of the covered lines, with their debounce times
+    std::map<std::string, Clock::time_point> m_Due; // of those whose new level has to hold first
 };

@@ -19,7 +19,7 @@ void checkIsRegular(const FileDescriptor& file, const std::string& path) {
         throw ConfigError::fromErrno(path);
     }
     if (!S_ISREG(status.st_mode)) {
-        throw ConfigError(path + ": not a regular file");
+        throw ConfigError(path, 0, "", "not a regular file");
     }
 }
 
@@ -36,8 +36,8 @@ std::string readAll(const FileDescriptor& file, const std::string& path) {
         }
         text.append(block, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
         if (text.size() > TextFile::MAX_SIZE) {
-            throw ConfigError(path + ": larger than " + std::to_string(TextFile::MAX_SIZE) +
-                              " bytes");
+            throw ConfigError(path, 0, "",
+                              "larger than " + std::to_string(TextFile::MAX_SIZE) + " bytes");
         }
     }
 }
@@ -46,7 +46,7 @@ void checkIsText(const std::string& text, const std::string& path) {
     const auto zero = std::find(text.begin(), text.end(), '\0');
     if (zero != text.end()) {
         const auto line = 1 + std::count(text.begin(), zero, '\n');
-        throw ConfigError(path + ":" + std::to_string(line) + ": a zero byte: not a text file");
+        throw ConfigError(path, static_cast<int>(line), "", "a zero byte: not a text file");
     }
 }
 

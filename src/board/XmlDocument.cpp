@@ -60,19 +60,30 @@ XmlDocument::XmlDocument(const std::string& path, const std::string& text) : m_P
 }
 
 void XmlDocument::fail(std::ptrdiff_t offset, const std::string& cause) const {
-    throw ConfigError(position(offset) + ": " + cause);
+    throw ConfigError(m_Path, line(offset), "", cause);
 }
 
-std::string XmlDocument::position(const pugi::xml_node& node) const {
-    return position(node.offset_debug());
+int XmlDocument::line(const pugi::xml_node& element, const pugi::xml_attribute& attribute) const {
+    // The names of a document as it was read lie in one buffer, and an element's offset is its
+    // name's.
+    return line(element.offset_debug() + (attribute.name() - element.name()));
 }
 
-std::string XmlDocument::position(std::ptrdiff_t offset) const {
-    if (offset < 0) {
-        return m_Path; // not from the file
+int XmlDocument::doctypeLine() const {
+    for (const pugi::xml_node& node : m_Tree.children()) {
+        if (node.type() == pugi::node_doctype) {
+            return line(node);
+        }
     }
-    const auto line = std::lower_bound(m_LineEnds.begin(), m_LineEnds.end(), offset);
-    return m_Path + ":" + std::to_string(line - m_LineEnds.begin() + 1);
+    return 0;
+}
+
+int XmlDocument::line(std::ptrdiff_t offset) const {
+    if (offset < 0) {
+        return 0; // not from the file
+    }
+    const auto end = std::lower_bound(m_LineEnds.begin(), m_LineEnds.end(), offset);
+    return static_cast<int>(end - m_LineEnds.begin()) + 1;
 }
 
 std::string XmlDocument::text() const {

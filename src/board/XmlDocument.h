@@ -14,14 +14,19 @@ public:
     const std::string& path() const { return m_Path; }
     pugi::xml_node root() const { return m_Tree.document_element(); }
 
-    /// "<path>:<line>".
-    std::string position(const pugi::xml_node& node) const;
+    /// The line a node or an attribute of the document as it was read stands in, from 1; 0 for a
+    /// node that was added.
+    int line(const pugi::xml_node& node) const { return line(node.offset_debug()); }
+    int line(const pugi::xml_node& element, const pugi::xml_attribute& attribute) const;
+
+    /// Of a document type declaration; 0 when there is none.
+    int doctypeLine() const;
 
     /// The document as text: everything but blanks between elements is as it was read.
     std::string text() const;
 
 private:
-    std::string position(std::ptrdiff_t offset) const;
+    int line(std::ptrdiff_t offset) const;
     [[noreturn]] void fail(std::ptrdiff_t offset, const std::string& cause) const;
 
     std::string m_Path;

@@ -32,14 +32,37 @@ XmlElement XmlElement::readRoot(const std::string& fileName) {
 XmlElement::XmlElement(const std::shared_ptr<XmlDocument>& document)
     : XmlElement(document, document->root()) {}
 
+std::string XmlElement::subject() const {
+    return name() == ITEM ? m_Node.parent().name() + (": " + name()) : name();
+}
+
+std::vector<XmlElement::Attribute> XmlElement::attributes() const {
+    std::vector<Attribute> attributes;
+    for (const pugi::xml_attribute& attribute : m_Node.attributes()) {
+        attributes.push_back({attribute.name(), m_Document->line(m_Node, attribute)});
+    }
+    return attributes;
+}
+
+int XmlElement::textLine() const {
+    for (const pugi::xml_node& node : m_Node.children()) {
+        if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
+            const std::string text = node.value(); // with the blank space before it
+            const std::string blanks = text.substr(0, text.find_first_not_of(" \t\n"));
+            return m_Document->line(node) +
+                   static_cast<int>(std::count(blanks.begin(), blanks.end(), '\n'));
+        }
+    }
+    return 0;
+}
+
 XmlElement XmlElement::child(const std::string& name) const {
     for (const pugi::xml_node& node : m_Node.children(name.c_str())) {
         if (isElement(node)) {
             return {m_Document, node};
         }
     }
-    throw ConfigError(m_Document->position(m_Node) + ": " + m_Node.name() + " has no element " +
-                      name);
+    throw ConfigError(file(), line(), "", m_Node.name() + (" has no element " + name));
 }
 
 std::vector<XmlElement> XmlElement::children(const std::string& name) const {
@@ -116,6 +139,25 @@ bool XmlElement::read(const std::string& name, std::string& out) const {
     return !attribute.empty();
 }
 
+bool XmlElement::read(const std::string& name, const std::vector<std::string>& choices,
+                      int& out) const {
+    std::string value;
+    if (!read(name, value)) {
+        return false;
+    }
+    const auto found = std::find(choices.begin(), choices.end(), value);
+    if (found == choices.end()) {
+        std::string wanted;
+        for (const std::string& choice : choices) {
+            wanted += wanted.empty() ? "" : &choice == &choices.back() ? " or " : ", ";
+            wanted += choice;
+        }
+        failConversion(name, wanted.c_str(), value.c_str());
+    }
+    out = static_cast<int>(found - choices.begin());
+    return true;
+}
+
 int XmlElement::require(const std::string& name, Range range) const {
     int value = 0;
     if (!read(name, value, range)) {
@@ -154,7 +196,5 @@ void XmlElement::failConversion(const std::string& name, const char* wanted,
 }
 
 void XmlElement::fail(const std::string& cause) const {
-    const std::string name = m_Node.name();
-    const std::string subject = name == ITEM ? m_Node.parent().name() + (": " + name) : name;
-    throw ConfigError(m_Document->position(m_Node) + ": " + subject + ": " + cause);
+    throw ConfigError(file(), line(), subject(), cause);
 }

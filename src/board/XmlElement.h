@@ -25,6 +25,25 @@ public:
 
     std::string name() const { return m_Node.name(); }
 
+    /// Whom a message is about: the name, for an item with the name of the section before it.
+    std::string subject() const;
+
+    /// Where it stands: the file, the line of its begin or of one of its attributes.
+    const std::string& file() const { return m_Document->path(); }
+    int line() const { return m_Document->line(m_Node); }
+
+    struct Attribute {
+        std::string name;
+        int line;
+    };
+
+    /// All attributes in document order; a name may stand twice.
+    std::vector<Attribute> attributes() const;
+
+    /// The line of the first text directly in this element, which no reader looks at; 0 when there
+    /// is only blank space.
+    int textLine() const;
+
     /// The first child element of this name.
     XmlElement child(const std::string& name) const;
 
@@ -41,6 +60,9 @@ public:
     bool read(const std::string& name, int& out, Range range) const;
     bool read(const std::string& name, bool& out) const;
     bool read(const std::string& name, std::string& out) const;
+
+    /// Converts an attribute that has one of these texts into the place of the text, from 0.
+    bool read(const std::string& name, const std::vector<std::string>& choices, int& out) const;
 
     /// As read(), for an attribute that must be there. A text must not be empty either.
     int require(const std::string& name, Range range) const;

@@ -33,6 +33,7 @@ public:
     const MachineInfo& getMachineInfo() const;
     const SoftwarePackage& getSoftwarePackage() const;
 
+    /// The abilities of the two documents; empty before init().
     const NVRDeviceAbility& getNVRDeviceAbility() const;
 
     /// The first resolution of the ability document with this id, whatever its input type: 1, or 0

@@ -31,12 +31,12 @@ public:
     int initMachineInfo();
     int initSoftwarePackage();
 
+    /// What was read; empty texts before init() and when a step before it has failed.
     const MachineInfo& getMachineInfo() const;
     const SoftwarePackage& getSoftwarePackage() const;
 
-    // The lists, shared with this object. Asking for one that was not read raises XQRuntimeError;
-    // nothing reads those of the LED, RS-232 and RS-485 lines.
-
+    /// The list, shared with this object. Asking for one that was not read raises XQRuntimeError;
+    /// nothing reads those of the LED, RS-232 and RS-485 lines.
     SafePointer<HardwareConfigItemList> getAlarmInConfigItemList() const;
     SafePointer<HardwareConfigItemList> getAlarmOutConfigItemList() const;
     SafePointer<HardwareConfigItemList> getLEDConfigItemList() const;

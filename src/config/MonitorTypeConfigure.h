@@ -7,6 +7,7 @@
 /// A type of monitor, for the application's own use.
 class NVRHW_API MonitorTypeConfigure {
 public:
+    /// All fields are the application's: the library neither fills nor reads them.
     void setId(int id) { m_Id = id; }
     int getId() const { return m_Id; }
     void setName(const std::string& name) { m_Name = name; }

@@ -102,8 +102,10 @@ public:
         return m_Pointer;
     }
 
+    /// True for a pointer that holds nothing: made so, released, or left so by a failed assignment.
     bool isNull() const { return m_Pointer == nullptr; }
 
+    /// Writes the report of a misuse to standard output and raises it.
     [[noreturn]] static void report(const std::string& message) {
         const std::string text = "SafePointer Report:" + std::string(typeName()) + " " + message;
         std::puts(text.c_str());
@@ -111,7 +113,10 @@ public:
     }
 
 protected:
+    /// The object; null in an empty pointer.
     T* m_Pointer;
+
+    /// Its count record, which outlives the object.
     ref_count* m_RefCount;
 
 private:

@@ -19,12 +19,15 @@ public:
     /// How the line is driven over time. A record with any other mode never becomes due.
     enum OperateMode : std::int32_t { HOLD = 1, TOGGLE = 2 };
 
+    /// The line, by its bank.
     void setGroup(int group) { m_Group = group; }
     int getGroup() const { return m_Group; }
 
+    /// The line's bit in the bank.
     void setBitPosition(int bitPosition) { m_BitPosition = bitPosition; }
     int getBitPosition() const { return m_BitPosition; }
 
+    /// One of OperateMode; kept as it is given.
     void setOperateMode(int mode) { m_OperateMode = mode; }
     int getOperateMode() const { return m_OperateMode; }
 
@@ -48,9 +51,11 @@ public:
     /// Microseconds between two level changes, as derived from the frequency.
     double getEachTimeOut() const { return m_EachTimeOut; }
 
+    /// When the line was last driven; it is due from here on.
     void setLastOperateTime(double time) { m_LastOperateTime = time; }
     double getLastOperateTime() const { return m_LastOperateTime; }
 
+    /// When the lifetime began.
     void setStartOperateTime(double time) { m_StartOperateTime = time; }
     double getStartOperateTime() const { return m_StartOperateTime; }
 

@@ -8,10 +8,10 @@
 
 /// One object that was made with the tracking operator new and still lives.
 struct NVRHW_API Allocation {
-    const void* address;
-    std::size_t size; ///< bytes
-    std::string file; ///< base name of the source file that asked for it, without extension
-    int line;
+    const void* address; ///< where the object begins
+    std::size_t size;    ///< bytes
+    std::string file;    ///< base name of the source file that asked for it, without extension
+    int line;            ///< of that file
 };
 
 /// Knows every living object that was allocated with a source position. Thread-safe; never
@@ -21,6 +21,7 @@ public:
     /// What is still allocated, the oldest first.
     static std::vector<Allocation> outstanding();
 
+    /// What the tracking operator new does.
     static void* allocate(std::size_t size, const char* file, int line);
 
     /// Frees memory that came from either operator new, striking it off the ledger if it is there.

@@ -14,6 +14,7 @@
 /// A resolution of a display output, identified by its input type and id together.
 class NVRHW_API MonitorResolution {
 public:
+    /// Several input types may use the same id.
     int getResolutionId() const { return m_ResolutionId; }
     void setResolutionId(int id) { m_ResolutionId = id; }
 
@@ -42,10 +43,14 @@ private:
 /// One display output and the resolutions it supports, in the order of the document.
 class NVRHW_API MonitorAbility {
 public:
+    /// One for each reference of the document.
     using Resolutions = std::vector<MonitorResolution>;
 
+    /// What MonitorParam refers to.
     int getMonitorId() const { return m_MonitorId; }
     void setMonitorId(int id) { m_MonitorId = id; }
+
+    /// Of all input types it has, one group after the other.
     const Resolutions& getMonitorResolutionList() const { return m_MonitorResolutionList; }
     void setMonitorResolutionList(const Resolutions& list) { m_MonitorResolutionList = list; }
 
@@ -57,6 +62,7 @@ private:
 /// A screen layout.
 class NVRHW_API LayoutModel {
 public:
+    /// What a LayoutDecodingAbility refers to.
     int getModelId() const { return m_ModelId; }
     void setModelId(int id) { m_ModelId = id; }
 
@@ -72,6 +78,7 @@ private:
 /// Screen layouts, in the order of the document.
 class NVRHW_API LayoutAbility {
 public:
+    /// Neither ids nor their order are checked.
     const std::vector<LayoutModel>& getLayoutModelList() const { return m_LayoutModelList; }
     void setLayoutModelList(const std::vector<LayoutModel>& list) { m_LayoutModelList = list; }
 
@@ -82,10 +89,13 @@ private:
 /// The size of a video picture, in pixels.
 class NVRHW_API VideoResolution {
 public:
+    /// In pixels.
     int getVideoWidth() const { return m_VideoWidth; }
     void setVideoWidth(int width) { m_VideoWidth = width; }
     int getVideoHeight() const { return m_VideoHeight; }
     void setVideoHeight(int height) { m_VideoHeight = height; }
+
+    /// As users know it, such as "1080p"; it lives as long as the record is not changed.
     const char* getResolutionName() const { return m_ResolutionName.c_str(); }
     void setResolutionName(const char* name) { m_ResolutionName = name == nullptr ? "" : name; }
 
@@ -116,6 +126,7 @@ private:
 /// What one layout can decode.
 class NVRHW_API LayoutDecodingAbility {
 public:
+    /// The groups of one layout.
     using SubWinGroups = std::vector<SubWinDecodingAbility>;
 
     /// The LayoutModel's model id.
@@ -134,8 +145,10 @@ private:
 /// The decoding ability of every layout, in the order of the document.
 class NVRHW_API DecodingAbility {
 public:
+    /// One for each layout that can decode.
     using Layouts = std::vector<LayoutDecodingAbility>;
 
+    /// A layout that is not in it has no decoding limits stated.
     const Layouts& getLayoutDecodingAbilityList() const { return m_LayoutDecodingAbilityList; }
     void setLayoutDecodingAbilityList(const Layouts& list) { m_LayoutDecodingAbilityList = list; }
 
@@ -146,6 +159,7 @@ private:
 /// A working mode of a network card and the settings it allows.
 class NVRHW_API NetWorkingMode {
 public:
+    /// The number of the mode; what it means is the application's.
     int getWorkingType() const { return m_WorkingType; }
     void setWorkingType(int type) { m_WorkingType = type; }
 
@@ -153,6 +167,7 @@ public:
     const char* getWorkingName() const { return m_WorkingName.get(); }
     void setWorkingName(const char* name) { m_WorkingName.set(name); }
 
+    /// What the mode lets a user set: the address, a DHCP server, a DHCP client, name servers.
     bool getSupportIpConfigFlag() const { return m_SupportIpConfigFlag; }
     void setSupportIpConfigFlag(bool flag) { m_SupportIpConfigFlag = flag; }
     bool getSupportDHCPServerFlag() const { return m_SupportDHCPServerFlag; }
@@ -179,10 +194,14 @@ private:
 /// One network card and its working modes, in the order of the document.
 class NVRHW_API NetworkCardAbility {
 public:
+    /// The modes of one card.
     using Modes = std::vector<NetWorkingMode>;
 
+    /// The number that the document gives it.
     int getNetworkCardId() const { return m_NetworkCardId; }
     void setNetworkCardId(int id) { m_NetworkCardId = id; }
+
+    /// In the order of the document.
     const Modes& getNetWorkingModeList() const { return m_NetWorkingModeList; }
     void setNetWorkingModeList(const Modes& list) { m_NetWorkingModeList = list; }
 
@@ -194,6 +213,7 @@ private:
 /// The network cards, in the order of the document.
 class NVRHW_API NetworkAbility {
 public:
+    /// One for each card.
     using Cards = std::vector<NetworkCardAbility>;
 
     /// As the document states it; it need not be the length of the list.
@@ -232,7 +252,10 @@ private:
 /// the lengths of the lists.
 class NVRHW_API NVRDeviceAbility {
 public:
+    /// One for each display output.
     using Monitors = std::vector<MonitorAbility>;
+
+    /// From the file-system ability document.
     using FileSystems = std::vector<FileSystemAbility>;
 
     /// How many video channels it has.
@@ -247,8 +270,11 @@ public:
     int getMaxBitRate() const { return m_MaxBitRate; }
     void setMaxBitRate(int rate) { m_MaxBitRate = rate; }
 
+    /// How many disks it has room for.
     int getDiskNumber() const { return m_DiskNumber; }
     void setDiskNumber(int number) { m_DiskNumber = number; }
+
+    /// As the document states it; what is dispatched is the application's affair.
     int getMaxDispatchNumber() const { return m_MaxDispatchNumber; }
     void setMaxDispatchNumber(int number) { m_MaxDispatchNumber = number; }
 
@@ -260,11 +286,14 @@ public:
     bool getInterPhoneFlag() const { return m_InterPhoneFlag; }
     void setInterPhoneFlag(bool flag) { m_InterPhoneFlag = flag; }
 
+    /// How many alarm inputs and outputs it has; the lines themselves stand in the hardware
+    /// configuration.
     int getAlarmInDeviceNumber() const { return m_AlarmInDeviceNumber; }
     void setAlarmInDeviceNumber(int number) { m_AlarmInDeviceNumber = number; }
     int getAlarmOutputDeviceNumber() const { return m_AlarmOutputDeviceNumber; }
     void setAlarmOutputDeviceNumber(int number) { m_AlarmOutputDeviceNumber = number; }
 
+    /// The display outputs.
     const Monitors& getMonitorAbilityList() const { return m_MonitorAbilityList; }
     void setMonitorAbilityList(const Monitors& list) { m_MonitorAbilityList = list; }
 

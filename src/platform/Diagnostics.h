@@ -4,6 +4,7 @@
 #include "platform/Mutex.h"
 
 #include <atomic>
+#include <functional>
 #include <string>
 
 /// Process-wide switches. Never destroyed; thread-safe.
@@ -38,10 +39,28 @@ private:
     std::string m_RootDirectory NVRHW_GUARDED_BY(m_Mutex);
 };
 
-/// Writes one line per record to syslog and to standard error.
+/// What a log record says; the texts live only for the call that hands it over.
+struct NVRHW_API LogRecord {
+    const char* subject; ///< what the record is about
+    const char* text;    ///< the cause
+    const char* file;    ///< the writer's place in the source: base name ...
+    int line;            ///< ... and line
+};
+
+/// Writes one line per record to syslog and to standard error, or hands the records to the
+/// application. Thread-safe.
 class NVRHW_API Logger {
 public:
+    /// Takes the records of all threads.
+    using Sink = std::function<void(const LogRecord&)>;
+
     /// `subject` says what the record is about, `text` the cause; `file` (base name) and `line`
-    /// are the caller's position in the source. Thread-safe.
+    /// are the caller's position in the source.
     static void writeLog(const char* subject, const char* text, const char* file, int line);
+
+    /// From now on the records go to `sink` alone; an empty one brings back syslog and standard
+    /// error. It is called by whichever thread writes, by several at once and with locks of the
+    /// library held: it must not call the library, except for writeLog(), nor raise. A call in
+    /// progress may end after setSink() has returned; the sink is destroyed after its last call.
+    static void setSink(Sink sink);
 };

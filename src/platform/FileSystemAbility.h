@@ -8,8 +8,11 @@
 /// A file system the recorder supports.
 class NVRHW_API FileSystemAbility {
 public:
+    /// The number that the document gives it.
     int getFileSystemId() const { return m_FileSystemId; }
     void setFileSystemId(int id) { m_FileSystemId = id; }
+
+    /// As users know it, such as "ext4".
     const std::string& getName() const { return m_Name; }
     void setName(const std::string& name) { m_Name = name; }
 

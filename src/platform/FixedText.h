@@ -8,6 +8,7 @@
 /// for byte. A text of CAPACITY bytes or more is cut, never in the middle of a UTF-8 character.
 template <std::size_t CAPACITY> class FixedText {
 public:
+    /// Zero-terminated; empty before the first set().
     const char* get() const { return m_Text; }
 
     /// Copies the zero-terminated text; null counts as empty.

@@ -10,6 +10,7 @@
 /// One line of a batch read: which line, and the id under which its state comes back.
 class NVRHW_API IOInfo {
 public:
+    /// The id is the caller's, and comes back with the state; group and bit name the line.
     void setId(int id) { m_Id = id; }
     int getId() const { return m_Id; }
     void setGroupId(int group) { m_GroupId = group; }
@@ -27,10 +28,14 @@ private:
 class NVRHW_API IOState {
 public:
     IOState() = default;
+    /// The state of the line that was asked for under this id.
     IOState(int id, int level) : m_Id(id), m_Level(level) {}
 
+    /// The id of the IOInfo.
     void setId(int id) { m_Id = id; }
     int getId() const { return m_Id; }
+
+    /// 0 or 1.
     void setLevel(int level) { m_Level = level; }
     int getLevel() const { return m_Level; }
 
@@ -46,6 +51,7 @@ class NVRHW_API IGPIO {
 public:
     virtual ~IGPIO() noexcept(false) {}
 
+    /// Begins, and ends, the use of the device.
     virtual int init() = 0;
     virtual int uninit() = 0;
 

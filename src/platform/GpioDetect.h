@@ -16,6 +16,7 @@ public:
 
     virtual ~IGPIODetect() noexcept(false) {}
 
+    /// GPIODetect says what each of the operations promises.
     virtual int open() = 0;
     virtual void close() = 0;
     virtual int setSignalHandler(int signalNumber, Handler handler) = 0;
@@ -30,8 +31,9 @@ class GPIODetector;
 /// The detector over the banks of one device.
 ///
 /// However many changes come, and however fast: the handler runs once more after the last of
-/// them. Changes that fall together give one call. An exception out of the handler is logged and
-/// detection goes on.
+/// them. Changes that fall together give one call. While a line of a GPIO chip has no interrupt, or
+/// its last reading failed, the handler runs every 200 ms. An exception out of the handler is
+/// logged and detection goes on.
 class NVRHW_API GPIODetect : public IGPIODetect {
 public:
     NVRHW_TRACKED

@@ -3,16 +3,21 @@
 #include "foundation/SafePointer.h"
 #include "platform/Allocation.h"
 #include "platform/Export.h"
+#include "platform/GPIOLineSettings.h"
 
 #include <list>
 #include <string>
+#include <utility>
 
 /// One item of the hardware configuration.
 class NVRHW_API HardwareConfigItem {
 public:
+    /// What kind of line an item describes.
     enum Type { GPIO_SIGNAL = 1 };
 
     virtual ~HardwareConfigItem() noexcept(false) {}
+
+    /// A Type, and the number under which the application knows the line.
     virtual int getType() const = 0;
     virtual int getId() const = 0;
 };
@@ -22,22 +27,32 @@ class NVRHW_API GPIOSignalConfigItem : public HardwareConfigItem {
 public:
     NVRHW_TRACKED
 
-    GPIOSignalConfigItem(int id, int group, int bitPosition, int validLevel)
-        : m_Id(id), m_Group(group), m_BitPosition(bitPosition), m_ValidLevel(validLevel) {}
+    /// Keeps what it is given: the ranges are checked where a file is read.
+    GPIOSignalConfigItem(int id, int group, int bitPosition, int validLevel,
+                         GPIOLineSettings settings = GPIOLineSettings())
+        : m_Id(id), m_Group(group), m_BitPosition(bitPosition), m_ValidLevel(validLevel),
+          m_Settings(std::move(settings)) {}
 
+    /// As the base.
     int getType() const override { return GPIO_SIGNAL; }
     int getId() const override { return m_Id; }
+
+    /// The line.
     int getGroup() const { return m_Group; }
     int getBitPosition() const { return m_BitPosition; }
 
     /// The level, 0 or 1, at which the line is active.
     int getValidLevel() const { return m_ValidLevel; }
 
+    /// How the line is called and wired.
+    const GPIOLineSettings& getSettings() const { return m_Settings; }
+
 private:
     int m_Id;
     int m_Group;
     int m_BitPosition;
     int m_ValidLevel;
+    GPIOLineSettings m_Settings;
 };
 
 /// The items of one section, in the order of the document.
@@ -45,8 +60,10 @@ class NVRHW_API HardwareConfigItemList {
 public:
     NVRHW_TRACKED
 
+    /// The items, shared with whoever copies the pointers.
     using Items = std::list<SafePointer<HardwareConfigItem>>;
 
+    /// A section may have none.
     const Items& getHardwareConfigItemList() const { return m_Items; }
     void addHardwareConfigItem(const SafePointer<HardwareConfigItem>& item) {
         m_Items.push_back(item);
@@ -76,11 +93,18 @@ public:
 ///
 ///     <GPIOAlarmIn>
 ///         <item id="1" group="0" bitPosition="4" validLevel="1"/>
+///         <item id="2" group="0" bitPosition="5" validLevel="0" name="gate" debounce="20"
+///               bias="pull-up"/>
 ///     </GPIOAlarmIn>
 ///
-/// All four attributes are required in every item: id (any int), group (0 to 32767), bitPosition
-/// (0 to 65535), validLevel (0 or 1). One bad item fails the section: a wrong line must never be
-/// driven. A section without items is an empty list; a missing section is a failure.
+/// Four attributes are required in every item: id (any int), group (0 to 32767), bitPosition
+/// (0 to 65535), validLevel (0 or 1). Four may be there: name (any text), debounce (0 to 10000
+/// milliseconds), bias (pull-up, pull-down or disabled), drive (push-pull, open-drain or
+/// open-source). One bad item fails the section: a wrong line must never be driven. A section
+/// without items is an empty list; a missing section is a failure.
+///
+/// A section that was read whole makes its settings those of its lines in this process, for every
+/// use from then on; of several items for a line the last counts.
 class NVRHW_API GPIOSignalConfigure : public IHardwareConfigure {
 public:
     void setConfigName(const std::string& name) override { m_ConfigName = name; }

@@ -9,6 +9,7 @@
 /// The parameters of one monitor (display output).
 class NVRHW_API MonitorParam {
 public:
+    /// Which display output, as the ability document numbers them.
     int getMonitorId() const { return m_MonitorId; }
     void setMonitorId(int id) { m_MonitorId = id; }
 
@@ -16,8 +17,11 @@ public:
     int getType() const { return m_Type; }
     void setType(int type) { m_Type = type; }
 
+    /// Names, together with the type, a resolution of the ability document.
     int getResolutionId() const { return m_ResolutionId; }
     void setResolutionId(int id) { m_ResolutionId = id; }
+
+    /// Whether the output is in use.
     bool isEnabled() const { return m_Enabled; }
     void setEnabled(bool enabled) { m_Enabled = enabled; }
 

@@ -35,6 +35,7 @@ private:
 /// Holds an XQMutex for the length of a scope.
 class NVRHW_API NVRHW_SCOPED_CAPABILITY XQMutexManager {
 public:
+    /// Takes the lock, as XQMutex::Lock().
     XQMutexManager(XQMutex& mutex, const char* file, int line) NVRHW_ACQUIRE(mutex)
         : m_Mutex(mutex), m_File(file), m_Line(line) {
         m_Mutex.Lock(m_File, m_Line);

@@ -18,11 +18,11 @@ struct NVRHW_API NetInterface {
     std::string name;  ///< such as "eth0"
     std::string mac;   ///< such as "02:00:5e:10:00:01"; empty when it has none, as the loopback
     bool isUp = false; ///< switched on
-    bool isRunning = false; ///< switched on and connected, so that it can carry data
-    int speed = -1;         ///< Mbit/s; -1 when unknown, as without a cable
-    int mtu = -1;           ///< bytes; -1 when unknown
-    std::vector<NetAddress> ipv4;
-    std::vector<NetAddress> ipv6;
+    bool isRunning = false;       ///< switched on and connected, so that it can carry data
+    int speed = -1;               ///< Mbit/s; -1 when unknown, as without a cable
+    int mtu = -1;                 ///< bytes; -1 when unknown
+    std::vector<NetAddress> ipv4; ///< empty when it has none, as all lists
+    std::vector<NetAddress> ipv6; ///< link-local ones included
 };
 
 /// The network interfaces of the machine. It only looks, and changes nothing. Every operation may

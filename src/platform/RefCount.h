@@ -48,6 +48,7 @@ public:
     /// Lowers the count and returns the new count.
     int dec_reference() { return --m_Count; }
 
+    /// How many holders there are.
     int getCount() const { return m_Count; }
 
 private:
@@ -71,6 +72,7 @@ private:
 /// may be released at any time during exit. All operations may be called from any thread.
 class NVRHW_API RefCountManager {
 public:
+    /// The one manager of the process.
     static RefCountManager* getInstance();
 
     RefCountManager(const RefCountManager&) = delete;

@@ -11,12 +11,19 @@ public:
     /// Component name to its version.
     using Components = std::map<std::string, std::string>;
 
+    /// The package that makes up the recorder's software.
     const std::string& getName() const { return m_Name; }
     void setName(const std::string& value) { m_Name = value; }
+
+    /// As text: versions are not compared here.
     const std::string& getVersion() const { return m_Version; }
     void setVersion(const std::string& value) { m_Version = value; }
+
+    /// As the file gives it; it is not checked to be a date.
     const std::string& getBuildDate() const { return m_BuildDate; }
     void setBuildDate(const std::string& value) { m_BuildDate = value; }
+
+    /// What the package consists of; empty without the section.
     const Components& getComponents() const { return m_Components; }
     void setComponents(const Components& components) { m_Components = components; }
 

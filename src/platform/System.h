@@ -4,12 +4,14 @@
 
 #include <string>
 
+/// What the library asks the operating system.
 class NVRHW_API SystemHelper {
 public:
     /// This process's id.
     static int getPid();
 };
 
+/// Numbers as texts.
 class NVRHW_API DataConverter {
 public:
     /// Replaces `text` by the decimal text of `value`, without blanks or leading zeros.

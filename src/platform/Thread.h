@@ -33,6 +33,7 @@ public:
     /// be started, which is logged. A stopped thread can be started again.
     int start();
 
+    /// Ends the thread, as the stop contract says; does nothing when it does not run.
     void stop();
 
     /// Non-zero from start() until the thread was stopped or ended by an exception out of a

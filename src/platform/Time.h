@@ -11,8 +11,11 @@ class TimeSource;
 class NVRHW_API TarvikTime {
 public:
     TarvikTime() = default;
+
+    /// Carries the microseconds beyond a second over to the seconds.
     TarvikTime(long seconds, long microseconds);
 
+    /// Whole seconds, and the microseconds (0 to 999999) beyond them.
     std::int32_t getSeconds() const { return m_Seconds; }
     std::int32_t getMicroseconds() const { return m_Microseconds; }
 

@@ -20,7 +20,10 @@ public:
     IServiceFactory(const IServiceFactory&) = delete;
     IServiceFactory& operator=(const IServiceFactory&) = delete;
 
+    /// Builds and registers the services: 1.
     virtual int start() = 0;
+
+    /// Ends what runs by itself; the services stay registered.
     virtual void stop() = 0;
 
     /// The holder registered under `name` (case counts), or null. It stays the registry's:

@@ -3,6 +3,7 @@
 #include "platform/MachineInfo.h"
 #include "platform/MonitorParam.h"
 #include "platform/SoftwarePackage.h"
+#include "platform/SystemTime.h"
 #include "platform/XmlConfigure.h"
 #include "support/DocumentTest.h"
 
@@ -27,6 +28,7 @@ protected:
     std::vector<FileSystemAbility> m_Systems{7};
     MachineInfo m_Info;
     SoftwarePackage m_Package;
+    SystemTime m_Clock;
 
     /// By the subjects of their log records.
     const std::map<std::string, std::function<int(const std::string&)>> m_Readers{
@@ -45,6 +47,7 @@ protected:
          [this](auto& f) { return SoftwarePackageParser().parse(f, m_Package); }},
         {"XmlConfigure", [](auto& f) { return XmlConfigureTool().open(f, 1, OPEN_MODE_READ); }},
         {"MonitorParam", [](auto& f) { return MonitorParamConfig(1, f).setMonitorParam({}); }},
+        {"SystemTime", [this](auto& f) { return (m_Clock.m_ConfigFileName = f, m_Clock.init()); }},
     };
 };
 
@@ -78,7 +81,7 @@ TEST_F(Documents, RefusesTheBadNamingLineAndCause) {
 TEST_F(Documents, RefusesWhatIsNoReadableFile) {
     ASSERT_EQ(mkfifo(real("/fifo").c_str(), 0600), 0);
     for (const auto& reader : m_Readers) {
-        if (reader.first != "MonitorParam") { // a store may be missing
+        if (reader.first != "MonitorParam" && reader.first != "SystemTime") { // may be missing
             expectRefusal(reader.first, "/missing", ": No such file or directory");
         }
         expectRefusal(reader.first, "/bad", ": Is a directory");

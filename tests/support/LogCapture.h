@@ -42,11 +42,15 @@ public:
     }
 
     /// Waits until the text was written; false when that has not happened within ten seconds.
-    bool waitFor(const std::string& part) {
+    /// Appends what came until then to `seen`, if there is one.
+    bool waitFor(const std::string& part, std::string* seen = nullptr) {
         std::string text = take();
         for (int i = 0; i < 10000 && text.find(part) == std::string::npos; ++i) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
             text += take();
+        }
+        if (seen != nullptr) {
+            *seen += text;
         }
         return text.find(part) != std::string::npos;
     }

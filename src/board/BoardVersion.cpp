@@ -1,0 +1,3 @@
+#include "platform/BoardVersion.h"
+
+const char* BoardVersion::text() { return NVRHW_VERSION; }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/SystemTime.h"
+
+#include <ctime>
+#include <string>
+
+/// Checks and converts moments. What cannot be done throws a std::runtime_error.
+class CalendarTime {
+public:
+    /// "2026-05-06 21:15:24"
+    static std::string textOf(const DateTime& moment);
+
+    /// Throws when there is no such moment: "<text>: <the first field that is wrong>".
+    static void check(const DateTime& moment);
+
+    /// Seconds since 1970, of a valid moment. Throws when the system's time cannot hold it.
+    static std::time_t secondsOf(const DateTime& utc);
+    static DateTime fromSeconds(std::time_t seconds);
+
+    /// Between UTC and the local time of the process.
+    static DateTime toLocal(const DateTime& utc);
+    static DateTime fromLocal(const DateTime& local);
+};

@@ -1,0 +1,3 @@
+#include "foundation/Version.h"
+
+const char* Version::text() { return NVRHW_VERSION; }

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/Export.h"
+
+/// The version of the board layer as it runs.
+class NVRHW_API BoardVersion {
+public:
+    BoardVersion() = delete;
+
+    /// "major.minor.patch"; lives as long as the process.
+    static const char* text();
+};

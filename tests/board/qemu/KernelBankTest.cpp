@@ -1,0 +1,436 @@
+#include "board/qemu/LineRequest.h"
+#include "board/qemu/SimChip.h"
+#include "platform/Gpio.h"
+#include "platform/GpioDetect.h"
+#include "platform/HardwareConfigure.h"
+#include "platform/System.h"
+#include "support/Gate.h"
+#include "support/LogCapture.h"
+#include "support/SimulatedBoard.h"
+
+#include <atomic>
+#include <cstdarg>
+#include <functional>
+#include <sys/syscall.h>
+
+namespace {
+
+/// What this program's requests to the kernel go through, the library's among them.
+struct Requests {
+    static inline thread_local int reads = 0; ///< of the levels of lines
+    std::atomic<int> attempts{0};             ///< to get lines
+    std::atomic<unsigned long> broken{0};     ///< this request fails ...
+    std::atomic<int> error{0};                ///< ... with this error number
+    std::atomic<bool> silent{false};          ///< the chips have no interrupts
+    std::function<void()> after = [] {};      ///< called behind each
+} s_Requests;
+
+bool asksForReports(const gpio_v2_line_config& config) {
+    auto flags = config.flags;
+    for (__u32 i = 0; i < config.num_attrs; ++i) {
+        const auto& attribute = config.attrs[i].attr;
+        flags |= attribute.id == GPIO_V2_LINE_ATTR_ID_FLAGS ? attribute.flags : 0;
+    }
+    return (flags & (GPIO_V2_LINE_FLAG_EDGE_RISING | GPIO_V2_LINE_FLAG_EDGE_FALLING)) != 0;
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) int ioctl(int descriptor, unsigned long request,
+                                                            ...) noexcept {
+    va_list arguments;
+    va_start(arguments, request);
+    void* const argument = va_arg(arguments, void*);
+    va_end(arguments);
+    s_Requests.reads += request == GPIO_V2_LINE_GET_VALUES_IOCTL ? 1 : 0;
+    s_Requests.attempts += request == GPIO_V2_GET_LINE_IOCTL ? 1 : 0;
+    if (s_Requests.silent && request == GPIO_V2_GET_LINE_IOCTL &&
+        asksForReports(static_cast<gpio_v2_line_request*>(argument)->config)) {
+        errno = ENXIO;
+        return -1;
+    }
+    if (request == s_Requests.broken) {
+        errno = s_Requests.error;
+        return -1;
+    }
+    const auto result = syscall(SYS_ioctl, descriptor, request, argument);
+    const int error = errno;
+    s_Requests.after();
+    errno = error;
+    return static_cast<int>(result);
+}
+
+namespace {
+
+using Lines = std::vector<std::pair<int, int>>; // groups and bits
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+/// A detector whose handler reads the watched lines in one batch.
+class Observer {
+public:
+    Observer(GPIO& gpio, int number, const Lines& lines) : m_Gpio(gpio), m_Seen(lines.size(), -1) {
+        s_Observers[number] = this;
+        EXPECT_EQ(m_Detect.open() + m_Detect.setSignalHandler(number, handle), 0);
+        for (const auto& [group, bit] : lines) {
+            EXPECT_EQ(m_Detect.addDetectLine(SystemHelper::getPid(), group, bit), 0);
+            IOInfo info;
+            info.setId(static_cast<int>(m_Infos.size()));
+            info.setGroupId(group);
+            info.setBitPosion(bit);
+            m_Infos.push_back(info);
+        }
+        look();
+        EXPECT_EQ(m_Detect.startDetect(), 0);
+    }
+    ~Observer() { m_Detect.close(); }
+    Observer(const Observer&) = delete;
+    Observer& operator=(const Observer&) = delete;
+
+    /// Waits until these levels were seen last; -1 is a line that could not be read.
+    bool waitFor(const std::vector<int>& levels) {
+        for (int calls = m_Calls.count();; ++calls) {
+            const std::vector<int> seen = last();
+            if (seen == levels || !m_Calls.wait(calls + 1)) {
+                return last() == levels;
+            }
+        }
+    }
+
+    std::vector<int> last() {
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        return m_Seen;
+    }
+
+    std::function<void()> m_Action = [] {}; ///< what the handler does first
+    std::atomic<int> m_EverHigh{0};         ///< how often line 0 was seen high
+
+private:
+    static void handle(int number) {
+        s_Observers[number]->m_Action();
+        s_Observers[number]->look();
+        s_Observers[number]->m_Calls.open();
+    }
+
+    void look() {
+        std::vector<IOState> states;
+        m_Gpio.get(m_Infos, states);
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        std::fill(m_Seen.begin(), m_Seen.end(), -1);
+        for (const IOState& state : states) {
+            m_Seen[static_cast<std::size_t>(state.getId())] = state.getLevel();
+        }
+        m_EverHigh += m_Seen[0] == 1 ? 1 : 0;
+    }
+
+    static inline Observer* s_Observers[32] = {};
+
+    GPIO& m_Gpio;
+    GPIODetect m_Detect;
+    std::vector<IOInfo> m_Infos;
+    std::mutex m_Mutex;
+    std::vector<int> m_Seen;
+    Gate m_Calls;
+};
+
+/// A board with one chip of eight lines as group 0.
+class KernelBankTest : public testing::Test {
+protected:
+    KernelBankTest() {
+        m_Chip.linkAs(m_Board.root(), 0);
+        EXPECT_NE(m_Gpio.init(), 0);
+    }
+    ~KernelBankTest() noexcept override {
+        s_Requests.after = [] {};
+        s_Requests.broken = 0;
+        s_Requests.silent = false;
+        configure(0, ""); // for the tests to come
+        configure(1, "");
+    }
+
+    int get(int bit) {
+        int level = -1;
+        m_Gpio.get(0, bit, level);
+        return level;
+    }
+
+    void configure(int bit, const std::string& settings) const {
+        std::ofstream(m_Board.root() / "lines.xml")
+            << R"(<H><In><item id="1" group="0" validLevel="1" bitPosition=")" << bit << "\" "
+            << settings << "/></In></H>";
+        GPIOSignalConfigure reader;
+        SafePointer<HardwareConfigItemList> list;
+        reader.setConfigName("In");
+        reader.setConfigFileName("/lines.xml");
+        EXPECT_NE(reader.getConfig(list), 0);
+    }
+
+    /// What the kernel knows of a line.
+    gpio_v2_line_info info(unsigned bit) const {
+        const int chip = open(m_Chip.device().c_str(), O_RDWR | O_CLOEXEC);
+        gpio_v2_line_info info{};
+        info.offset = bit;
+        EXPECT_EQ(syscall(SYS_ioctl, chip, GPIO_V2_GET_LINEINFO_IOCTL, &info), 0);
+        close(chip);
+        return info;
+    }
+
+    SimulatedBoard m_Board;
+    SimChip m_Chip{"kernel-bank", 8};
+    GPIO m_Gpio;
+    LogCapture m_Log;
+};
+
+TEST_F(KernelBankTest, ABurstOnTwoChipsEndsWithTheLevelsOfTheWiresAndABatchIsOneReadFor64) {
+    SimChip many("kernel-many", 72);
+    many.linkAs(m_Board.root(), 1);
+    Lines lines;
+    for (int bit = 0; bit < 80; ++bit) {
+        lines.emplace_back(bit < 72 ? 1 : 0, bit % 72);
+    }
+    Observer observer(m_Gpio, 1, lines);
+    std::vector<int> levels(lines.size());
+    for (int round = 0; round < 3; ++round) {
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            levels[i] = static_cast<int>(i + static_cast<std::size_t>(round)) % 3 == 0 ? 1 : 0;
+            SimChip& chip = lines[i].first == 1 ? many : m_Chip;
+            chip.pull(static_cast<unsigned>(lines[i].second), levels[i] != 0);
+        }
+        EXPECT_TRUE(observer.waitFor(levels)) << testing::PrintToString(observer.last());
+    }
+    std::vector<IOInfo> all(72);
+    for (int bit = 0; bit < 72; ++bit) {
+        all[static_cast<std::size_t>(bit)].setGroupId(1);
+        all[static_cast<std::size_t>(bit)].setBitPosion(bit);
+    }
+    std::vector<IOState> states;
+    const int before = s_Requests.reads;
+    EXPECT_NE(m_Gpio.get(all, states), 0);
+    EXPECT_EQ(s_Requests.reads - before, 2) << "72 lines";
+}
+
+TEST_F(KernelBankTest, WhatOverflowsTheEventBufferEndsWithTheLevelOfTheLine) {
+    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
+    Gate inside;
+    Gate over;
+    observer.m_Action = [&] {
+        inside.open();
+        over.wait();
+    };
+    m_Chip.pull(1, true);
+    ASSERT_TRUE(inside.wait());
+    for (int i = 0; i <= 200; ++i) { // the kernel keeps 16 changes for a line
+        m_Chip.pull(0, i % 2 == 0);
+    }
+    over.open();
+    EXPECT_TRUE(observer.waitFor({1, 1}));
+    m_Chip.pull(0, false);
+    EXPECT_TRUE(observer.waitFor({0, 1}));
+}
+
+TEST_F(KernelBankTest, AGlitchShorterThanTheDebounceTimeIsNoChange) {
+    configure(0, R"(debounce="20")");
+    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
+    bool other = false;
+    int glitches = 0;
+    for (int tries = 0; glitches < 5 && tries < 1000; ++tries) {
+        const auto begin = Clock::now();
+        m_Chip.pull(0, true);
+        m_Chip.pull(1, other = !other); // makes the handler read in the glitch
+        std::this_thread::sleep_until(begin + milliseconds(5));
+        m_Chip.pull(0, false);
+        const bool wasShort = Clock::now() - begin < milliseconds(15);
+        std::this_thread::sleep_for(milliseconds(60)); // long enough to be reported
+        EXPECT_TRUE(observer.waitFor({0, other ? 1 : 0}));
+        glitches += wasShort ? 1 : 0;
+        if (wasShort) {
+            ASSERT_EQ(observer.m_EverHigh, 0);
+        }
+        observer.m_EverHigh = 0; // what a busy machine has made no glitch may be seen
+    }
+    EXPECT_EQ(glitches, 5);
+    const auto begin = Clock::now();
+    m_Chip.pull(0, true);
+    EXPECT_TRUE(observer.waitFor({1, other ? 1 : 0}));
+    EXPECT_GE(Clock::now() - begin, milliseconds(20));
+}
+
+TEST_F(KernelBankTest, ALineHeldElsewhereFailsAloneAndWorksWhenItIsReleased) {
+    auto holder = std::make_unique<LineRequest>(m_Chip.device(), 1, GPIO_V2_LINE_FLAG_INPUT);
+    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}, {0, 2}, {0, 99}});
+    for (const bool high : {true, false, true}) {
+        m_Chip.pull(0, high);
+        m_Chip.pull(2, !high);
+        EXPECT_TRUE(observer.waitFor({high ? 1 : 0, -1, high ? 0 : 1, -1}));
+    }
+    const std::string text = m_Log.take();
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2) << text;
+    EXPECT_NE(text.find("group 0, bit 1 cannot be read: "), std::string::npos) << text;
+    EXPECT_NE(text.find("held by \"someone-else\": Device or resource busy"), std::string::npos);
+    EXPECT_NE(text.find("no line 99: the chip has 8"), std::string::npos) << text;
+    EXPECT_EQ(m_Gpio.set(0, 1, 1), 0);
+    m_Log.expectOne({"bit 1 cannot be driven", "held by"});
+    m_Chip.pull(1, true);
+    const int known = s_Requests.attempts;
+    for (int i = 0; i < 10000 && s_Requests.attempts < known + 4; ++i) {
+        std::this_thread::sleep_for(milliseconds(1)); // nothing changes, nobody asks
+    }
+    EXPECT_GE(s_Requests.attempts, known + 4) << "the watch asks by itself";
+    holder.reset();
+    EXPECT_TRUE(observer.waitFor({1, 1, 0, -1}));
+    m_Log.expectOne({"bit 1 can be read again (failed ", " times before)"});
+    m_Chip.pull(1, false);
+    EXPECT_TRUE(observer.waitFor({1, 0, 0, -1}));
+}
+
+TEST_F(KernelBankTest, AChipThatIsTakenAwayIsFoundAgainUnderAnotherNumber) {
+    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
+    ASSERT_NE(m_Gpio.set(0, 2, 1), 0);
+    const std::string device = m_Chip.device();
+    m_Chip.remove();
+    std::string log;
+    EXPECT_TRUE(m_Log.waitFor("group 0 cannot be watched: ", &log));
+    EXPECT_EQ(get(0), -1);
+    EXPECT_EQ(get(0), -1);
+    EXPECT_EQ(m_Gpio.set(0, 2, 0), 0);
+    EXPECT_EQ(m_Gpio.set(0, 2, 0), 0);
+    log += m_Log.take();
+    const std::string gone = m_Board.bank(0).string() + ": No such file or directory";
+    for (const char* what :
+         {"group 0, bit 0 cannot be read: ", "group 0, bit 2 cannot be driven: "}) {
+        const auto first = log.find(what + gone); // the observer may have been the first to read
+        EXPECT_NE(first, std::string::npos) << what << log;
+        EXPECT_EQ(log.find(what + gone, first + 1), std::string::npos) << what << log;
+    }
+    {
+        SimChip other("kernel-other", 3);
+        m_Chip.restore();
+        EXPECT_NE(m_Chip.device(), device);
+        m_Chip.linkAs(m_Board.root(), 0);
+        m_Chip.pull(1, true);
+        EXPECT_TRUE(m_Log.waitFor("group 0 is watched again"));
+        EXPECT_TRUE(observer.waitFor({0, 1}));
+        EXPECT_NE(m_Gpio.set(0, 2, 1), 0);
+        EXPECT_TRUE(m_Chip.value(2));
+
+        other.pull(0, true); // the link goes elsewhere, while both chips are there
+        other.linkAs(m_Board.root(), 0);
+        EXPECT_TRUE(observer.waitFor({1, 0}));
+    }
+    std::filesystem::remove(m_Board.bank(0));
+    m_Board.addLine(0, 0, 1); // and a simulated bank takes its place
+    m_Board.addLine(0, 1, 1);
+    EXPECT_TRUE(observer.waitFor({1, 1}));
+}
+
+TEST_F(KernelBankTest, ReadingLeavesDirectionsAndDrivingHasNoOtherLevelInBetween) {
+    const auto flags = [&](unsigned bit) {
+        return info(bit).flags & (GPIO_V2_LINE_FLAG_INPUT | GPIO_V2_LINE_FLAG_OUTPUT);
+    };
+    for (const unsigned bit : {0U, 1U, 2U}) {
+        m_Chip.pull(bit, true);
+    }
+    LineRequest(m_Chip.device(), 1, GPIO_V2_LINE_FLAG_OUTPUT); // the direction stays
+    for (const unsigned bit : {0U, 1U, 2U}) {
+        const auto before = flags(bit);
+        get(static_cast<int>(bit));
+        EXPECT_EQ(flags(bit), before) << bit;
+        EXPECT_STREQ(info(bit).consumer, "nvrhw") << bit;
+    }
+    EXPECT_EQ(flags(1), GPIO_V2_LINE_FLAG_OUTPUT);
+    EXPECT_EQ(get(0), 1);
+
+    for (const int bit : {0, 1, 3, 4}) { // read before, and not; the pull keeps them high
+        m_Chip.pull(static_cast<unsigned>(bit), bit != 1); // which is an output: it keeps its level
+        s_Requests.after = [&] { EXPECT_TRUE(m_Chip.value(static_cast<unsigned>(bit))); };
+        get(2 + bit);
+        EXPECT_NE(m_Gpio.set(0, bit, 1), 0);
+        m_Chip.pull(static_cast<unsigned>(bit), false);
+        for (const int added : {5, 6, 7}) { // new requests leave the output alone
+            get(added);
+        }
+        EXPECT_EQ(get(bit), 1);
+        s_Requests.after = [] {};
+        EXPECT_NE(m_Gpio.set(0, bit, 0), 0);
+        EXPECT_FALSE(m_Chip.value(static_cast<unsigned>(bit)));
+    }
+}
+
+TEST_F(KernelBankTest, SettingsReachTheKernelAndEveryDetectorIsTold) {
+    configure(0, R"(bias="pull-up" debounce="3" drive="open-drain")");
+    configure(1, R"(bias="disabled" drive="open-source" debounce="3")");
+    Observer one(m_Gpio, 1, {{0, 0}, {0, 2}});
+    Observer two(m_Gpio, 2, {{0, 2}, {0, 0}});
+    EXPECT_NE(m_Gpio.set(0, 1, 1), 0);
+    const auto input = info(0);
+    const std::uint64_t edges = GPIO_V2_LINE_FLAG_EDGE_RISING | GPIO_V2_LINE_FLAG_EDGE_FALLING;
+    EXPECT_EQ(input.flags, GPIO_V2_LINE_FLAG_USED | GPIO_V2_LINE_FLAG_INPUT | edges |
+                               GPIO_V2_LINE_FLAG_BIAS_PULL_UP);
+    ASSERT_EQ(input.num_attrs, 1U);
+    EXPECT_EQ(input.attrs[0].debounce_period_us, 3000U);
+    EXPECT_EQ(info(1).flags, GPIO_V2_LINE_FLAG_USED | GPIO_V2_LINE_FLAG_OUTPUT |
+                                 GPIO_V2_LINE_FLAG_OPEN_SOURCE | GPIO_V2_LINE_FLAG_BIAS_DISABLED);
+    for (const bool high : {false, true, false, true}) {
+        const int level = high ? 1 : 0;
+        m_Chip.pull(0, high);
+        m_Chip.pull(2, high);
+        EXPECT_TRUE(one.waitFor({level, level}));
+        EXPECT_TRUE(two.waitFor({level, level}));
+    }
+    EXPECT_NE(m_Gpio.set(0, 2, 0), 0); // a watched line that is driven tells so
+    EXPECT_TRUE(one.waitFor({1, 0}));
+    EXPECT_TRUE(two.waitFor({0, 1}));
+    EXPECT_NE(info(2).flags & GPIO_V2_LINE_FLAG_OUTPUT, 0U);
+}
+
+TEST_F(KernelBankTest, AFailureIsLoggedOnceCountedAndHeals) {
+    const auto fail = [](unsigned long request, int error) {
+        s_Requests.error = error;
+        s_Requests.broken = request;
+    };
+    fail(GPIO_V2_GET_LINEINFO_IOCTL, EINVAL);
+    EXPECT_EQ(get(0), -1);
+    m_Log.expectOne({"gpiodrv/0: ", "no GPIO uAPI v2; it needs Linux 5.10 or later"});
+    fail(GPIO_V2_LINE_GET_VALUES_IOCTL, EIO);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(get(0), -1);
+    }
+    m_Log.expectOne(
+        {"group 0, bit 0 cannot be read: ", "line 0: Input/output error", "(failed 1 "});
+    fail(0, 0);
+    EXPECT_EQ(get(0), 0);
+    m_Log.expectOne({"group 0, bit 0 can be read again (failed 3 times before)"});
+    EXPECT_NE(m_Gpio.set(0, 1, 0), 0);
+    fail(GPIO_V2_LINE_SET_VALUES_IOCTL, EIO);
+    EXPECT_EQ(m_Gpio.set(0, 1, 1), 0);
+    m_Log.expectOne({"group 0, bit 1 cannot be driven: ", "line 1: Input/output error"});
+    fail(0, 0);
+    EXPECT_NE(m_Gpio.set(0, 1, 1), 0);
+    EXPECT_TRUE(m_Chip.value(1));
+
+    Observer observer(m_Gpio, 1, {{0, 0}});
+    fail(GPIO_V2_LINE_GET_VALUES_IOCTL, EIO);
+    m_Chip.pull(0, true);
+    EXPECT_TRUE(observer.waitFor({-1}));
+    fail(0, 0);
+    EXPECT_TRUE(observer.waitFor({1})) << "a change that could not be read is looked at again";
+}
+
+TEST_F(KernelBankTest, AChipWithoutInterruptsIsLookedAt) {
+    s_Requests.silent = true;
+    configure(0, R"(debounce="20")");
+    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
+    const std::string text = m_Log.take();
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2) << text;
+    EXPECT_NE(text.find("bit 1 is looked at now and then, as its changes are not reported: "),
+              std::string::npos)
+        << text;
+    for (const bool high : {true, false, true}) {
+        m_Chip.pull(0, high);
+        m_Chip.pull(1, !high);
+        EXPECT_TRUE(observer.waitFor({high ? 1 : 0, high ? 0 : 1}));
+    }
+    EXPECT_EQ(m_Log.take(), "");
+}
+
+} // namespace

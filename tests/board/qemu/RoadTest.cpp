@@ -1,0 +1,154 @@
+#include "alarm/IOAlarmInListener.h"
+#include "alarm/IOAlarmInManager.h"
+#include "alarm/IOAlarmOutManager.h"
+#include "board/qemu/LineRequest.h"
+#include "board/qemu/SimChip.h"
+#include "service/HardwareServiceFactory.h"
+#include "support/AlarmRecorder.h"
+#include "support/SimulatedBoard.h"
+
+#include <algorithm>
+#include <csignal>
+
+namespace {
+
+// The sample board's valid levels, by id: eight inputs to a bank, and the outputs on bank 2.
+const std::string INPUTS = "1101101100111101";
+const std::string OUTPUTS = "1101";
+
+class Recorder : public HardwareServiceFactory {
+public:
+    Recorder() { start(); }
+    template <typename T> T& get(const std::string& name) {
+        return *findService<T>(name)->operator->();
+    }
+    IOAlarmOutManager& outputs() { return get<IOAlarmOutManager>("IOAlarmOutManager"); }
+};
+
+/// A recorder on the sample board, whose banks are chips of the kernel: from the wire to the
+/// application's listener, and from the application's call to the wire.
+class RoadTest : public testing::Test {
+protected:
+    RoadTest() {
+        std::filesystem::copy(NVRHW_SAMPLE_BOARD, m_Board.root(),
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing);
+        for (int group = 0; group < 3; ++group) {
+            m_Chips[group].linkAs(m_Board.root(), group);
+        }
+    }
+
+    // The handler's manager outlives its factory; one that nobody counts takes its place.
+    ~RoadTest() noexcept override {
+        SafePointer<IOAlarmInManager> untracked(new IOAlarmInManager);
+        IOAlarmInListener().setIOAlarmInManager(untracked);
+    }
+
+    void pull(unsigned id, bool alarm) {
+        m_Chips[(id - 1) / 8].pull((id - 1) % 8, alarm == (INPUTS[id - 1] == '1'));
+    }
+
+    /// The milliseconds between the changes of output 1's wire, looked at for so long.
+    std::vector<long> gaps(int milliseconds) const {
+        using Clock = std::chrono::steady_clock;
+        std::vector<long> found;
+        const auto start = Clock::now();
+        auto last = start;
+        bool level = m_Chips[2].value(0);
+        while (Clock::now() - start < std::chrono::milliseconds(milliseconds)) {
+            if (m_Chips[2].waitForValue(0, !level, 1)) {
+                level = !level;
+                const auto gap = Clock::now() - last;
+                last += gap;
+                found.push_back(static_cast<long>(gap / std::chrono::milliseconds(1)));
+            }
+        }
+        return found;
+    }
+
+    SimulatedBoard m_Board;
+    SimChip m_Chips[3] = {{"bank0", 8}, {"bank1", 8}, {"bank2", 4}};
+};
+
+TEST_F(RoadTest, EveryContactReachesTheListenerAndSoDoesAChipThatComesBack) {
+    Recorder recorder;
+    for (unsigned id = 1; id <= INPUTS.size(); ++id) {
+        pull(id, false);
+    }
+    auto& manager = recorder.get<IOAlarmInManager>("IOAlarmInManager");
+    manager.notifyAlarmConsumers(false);
+    AlarmRecorder messages;
+    manager.addListener(&messages);
+    for (unsigned id = 1; id <= INPUTS.size(); ++id) {
+        for (const bool alarm : {true, false}) {
+            pull(id, alarm);
+            EXPECT_TRUE(messages.waitFor(std::to_string(id) + (alarm ? "=1" : "=0")))
+                << "input " << id << ": " << messages.take();
+            messages.take();
+        }
+    }
+
+    m_Chips[1].remove();
+    pull(1, true);
+    EXPECT_TRUE(messages.waitFor("1=1")) << "the other bank goes on: " << messages.take();
+    m_Chips[1].restore();
+    for (unsigned id = 9; id <= INPUTS.size(); ++id) {
+        pull(id, id == 12);
+    }
+    m_Chips[1].linkAs(m_Board.root(), 1);
+    EXPECT_TRUE(messages.waitFor("1=1 12=1")) << messages.take();
+    recorder.stop();
+}
+
+TEST_F(RoadTest, EveryTriggerReachesTheWire) {
+    Recorder recorder;
+    for (const int id : {1, 2, 3, 4, 1}) {
+        const bool active = OUTPUTS[id - 1] == '1';
+        recorder.outputs().triggerAlarm(id);
+        EXPECT_EQ(m_Chips[2].value(id - 1), active) << "output " << id;
+        recorder.outputs().cancelAlarm(id);
+        EXPECT_EQ(m_Chips[2].value(id - 1), !active) << "output " << id;
+    }
+}
+
+// Changes fall on a grid of 50 ms; the rest of the upper limits is for a busy machine.
+TEST_F(RoadTest, TimedLevelsLastAsLongAsAsked) {
+    Recorder recorder;
+    recorder.outputs().setAlarmOutMode(1, {AlarmOutMode::Steady, AlarmOutMode::Direct, 400, 0});
+    recorder.outputs().triggerAlarm(1);
+    EXPECT_TRUE(m_Chips[2].value(0));
+    const auto held = gaps(1000);
+    ASSERT_EQ(held.size(), 1U);
+    EXPECT_GE(held[0], 380);
+    EXPECT_LE(held[0], 550);
+
+    recorder.outputs().setAlarmOutMode(1, {AlarmOutMode::Flash, AlarmOutMode::Direct, 1500, 5});
+    recorder.outputs().triggerAlarm(1);
+    auto flashes = gaps(2500);
+    EXPECT_FALSE(m_Chips[2].value(0)) << "it ends inactive";
+    ASSERT_GE(flashes.size(), 6U);
+    ASSERT_LE(flashes.size(), 9U);
+    std::nth_element(flashes.begin(), flashes.begin() + 3, flashes.end());
+    EXPECT_GE(flashes[3], 180);
+    EXPECT_LE(flashes[3], 270);
+}
+
+TEST_F(RoadTest, AProcessKilledWhileFlashingLeavesTheLineFree) {
+    const auto dieFlashing = [&] {
+        Recorder recorder;
+        recorder.outputs().setAlarmOutMode(1, {AlarmOutMode::Flash, AlarmOutMode::Direct, 0, 20});
+        recorder.outputs().triggerAlarm(1);
+        if (gaps(1000).size() > 5) {
+            std::raise(SIGKILL);
+        }
+    };
+    EXPECT_EXIT(dieFlashing(), testing::KilledBySignal(SIGKILL), "");
+    EXPECT_TRUE(gaps(300).empty());
+    EXPECT_FALSE(m_Chips[2].value(0)) << "this chip gives a line that nobody holds to its pull";
+    EXPECT_NO_THROW(LineRequest(m_Chips[2].device(), 0, GPIO_V2_LINE_FLAG_INPUT));
+    Recorder recorder;
+    recorder.outputs().triggerAlarm(1);
+    EXPECT_TRUE(m_Chips[2].value(0));
+}
+
+} // namespace
