@@ -1,18 +1,22 @@
-# run    a recorder on a sample board, on this machine
-# test   the tests
-# check  everything the gate asks for (see .ci/run)
-# clean  removes all that was built
+# run         a recorder on a sample board, on this machine
+# test        the tests
+# board-test  the tests on an emulated 32-bit ARM board, with real GPIO chips
+# check       everything the gate asks for (see .ci/run)
+# clean       removes all that was built
 
 PRESET ?= dev
 BUILD := build/$(PRESET)
 
-.PHONY: run test check clean build
+.PHONY: run test board-test check clean build
 
 run: build
 	scripts/run-sample $(BUILD)
 
 test: build
 	ctest --preset $(PRESET)
+
+board-test:
+	scripts/board-test
 
 check:
 	.ci/run
