@@ -1,4 +1,4 @@
-# run         a recorder on a sample board, on this machine
+# run         a sample board on this machine: its panel on a terminal, elsewhere a recorder on it
 # test        the tests
 # board-test  the tests on an emulated 32-bit ARM board, with real GPIO chips
 # check       everything the gate asks for (see .ci/run)

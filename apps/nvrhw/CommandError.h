@@ -1,0 +1,13 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+/// What was asked for cannot be done: one line that says what failed, why and what to do.
+class CommandError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+
+    /// What is wrong with the files of the board, whose check tells the rest.
+    static CommandError ofBoard(const std::string& cause);
+};

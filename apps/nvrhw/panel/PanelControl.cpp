@@ -1,0 +1,173 @@
+#include "PanelControl.h"
+
+#include "CommandError.h"
+#include "Duration.h"
+#include "Outputs.h"
+
+#include <cstdlib>
+#include <curses.h>
+
+namespace {
+
+constexpr int MESSAGE_STEP = 5;
+
+float parseFrequency(const std::string& text) {
+    char* rest = nullptr;
+    const double value = std::strtod(text.c_str(), &rest);
+    if (*rest != '\0' ||
+        !(value >= Outputs::LOWEST_FREQUENCY && value <= Outputs::HIGHEST_FREQUENCY)) {
+        throw CommandError("a frequency is a number from 0.01 to 20");
+    }
+    return static_cast<float>(value);
+}
+
+int parseTimeout(const std::string& text) {
+    const std::int64_t milliseconds = Duration::parse(text);
+    if (milliseconds < 0 || milliseconds > Outputs::LONGEST_TIMEOUT) {
+        throw CommandError("a time-out is such as 500ms, 10s or 2m, up to 35 minutes; 0 for none");
+    }
+    return static_cast<int>(milliseconds);
+}
+
+AlarmOutMode::Mode nextMode(AlarmOutMode::Mode mode) {
+    switch (mode) {
+    case AlarmOutMode::Steady:
+        return AlarmOutMode::Flash;
+    case AlarmOutMode::Flash:
+        return AlarmOutMode::Pulse;
+    default:
+        return AlarmOutMode::Steady;
+    }
+}
+
+} // namespace
+
+struct PanelControl::Binding {
+    int key;
+    void (*act)(PanelControl& control);
+};
+
+const PanelControl::Binding PanelControl::BINDINGS[] = {
+    {KEY_UP, [](PanelControl& c) { c.m_Focus.grid().move(0, -1); }},
+    {KEY_DOWN, [](PanelControl& c) { c.m_Focus.grid().move(0, 1); }},
+    {KEY_LEFT, [](PanelControl& c) { c.m_Focus.grid().move(-1, 0); }},
+    {KEY_RIGHT, [](PanelControl& c) { c.m_Focus.grid().move(1, 0); }},
+    {KEY_HOME, [](PanelControl& c) { c.m_Focus.grid().selectFirst(); }},
+    {KEY_END, [](PanelControl& c) { c.m_Focus.grid().selectLast(); }},
+    {KEY_PPAGE, [](PanelControl& c) { c.m_Focus.messagesBelow += MESSAGE_STEP; }},
+    {KEY_NPAGE, [](PanelControl& c) { c.m_Focus.messagesBelow -= MESSAGE_STEP; }},
+    {'\t', [](PanelControl& c) { c.switchList(); }},
+    {KEY_BTAB, [](PanelControl& c) { c.switchList(); }},
+    {' ', [](PanelControl& c) { c.flip(); }},
+    {'t', [](PanelControl& c) { c.trigger(); }},
+    {'c', [](PanelControl& c) { c.cancel(); }},
+    {'m', [](PanelControl& c) { c.changeMode(); }},
+    {'f', [](PanelControl& c) { c.askFrequency(); }},
+    {'o', [](PanelControl& c) { c.askTimeout(); }},
+    {'i', [](PanelControl& c) { c.invert(); }},
+    {'?', [](PanelControl& c) { c.m_Focus.isHelp = true; }},
+};
+
+PanelControl::PanelControl(PanelBoard& board, PanelModel& model, PanelFocus& focus)
+    : m_Board(board), m_Model(model), m_Focus(focus) {}
+
+bool PanelControl::press(int key, bool isShown) {
+    m_Focus.note.clear();
+    if (m_Focus.isHelp && isShown) {
+        m_Focus.isHelp = key == KEY_RESIZE;
+        return true;
+    }
+    if (key == 'q' && !m_Focus.prompt.isOpen()) {
+        return false;
+    }
+    if (!isShown) {
+        return key != 'q'; // nothing is done to a line that is not seen
+    }
+    try {
+        act(key);
+    } catch (const CommandError& error) {
+        m_Focus.note = error.what();
+    }
+    return true;
+}
+
+void PanelControl::act(int key) {
+    if (m_Focus.prompt.isOpen()) {
+        m_Focus.prompt.press(key);
+        return;
+    }
+    for (const Binding& binding : BINDINGS) {
+        if (binding.key == key) {
+            binding.act(*this);
+        }
+    }
+}
+
+const PanelInput& PanelControl::input() const {
+    if (m_Focus.list != PanelFocus::INPUTS || m_Model.inputs.empty()) {
+        throw CommandError("this key is for an input: Tab goes to the inputs");
+    }
+    return m_Model.inputs[static_cast<std::size_t>(m_Focus.inputs.selected())];
+}
+
+PanelOutput& PanelControl::output() const {
+    if (m_Focus.list != PanelFocus::OUTPUTS || m_Model.outputs.empty()) {
+        throw CommandError("this key is for an output: Tab goes to the outputs");
+    }
+    return m_Model.outputs[static_cast<std::size_t>(m_Focus.outputs.selected())];
+}
+
+void PanelControl::switchList() {
+    m_Focus.list = m_Focus.list == PanelFocus::INPUTS ? PanelFocus::OUTPUTS : PanelFocus::INPUTS;
+}
+
+void PanelControl::flip() { m_Board.flip(input()); }
+
+void PanelControl::trigger() {
+    m_Board.trigger(output());
+    if (output().mode.getMode() == AlarmOutMode::Pulse) { // over before it can be seen
+        m_Focus.note = "a pulse of 10 ms was given";
+    }
+}
+
+void PanelControl::cancel() { m_Board.cancel(output()); }
+
+void PanelControl::changeMode() {
+    AlarmOutMode mode = output().mode;
+    mode.setMode(nextMode(mode.getMode()));
+    if (mode.getMode() == AlarmOutMode::Flash && mode.getFrequency() <= 0.0F) {
+        mode.setFrequency(Outputs::DEFAULT_FREQUENCY);
+    }
+    setMode(mode);
+}
+
+void PanelControl::askFrequency() {
+    if (output().mode.getMode() != AlarmOutMode::Flash) {
+        throw CommandError("only a flashing output has a frequency: m changes the mode");
+    }
+    m_Focus.prompt.open("level changes a second, 0.01 to 20: ", [this](const std::string& text) {
+        AlarmOutMode mode = output().mode;
+        mode.setFrequency(parseFrequency(text));
+        setMode(mode);
+    });
+}
+
+void PanelControl::askTimeout() {
+    if (output().mode.getMode() == AlarmOutMode::Pulse) {
+        throw CommandError("a pulse always lasts 10 ms: m changes the mode");
+    }
+    m_Focus.prompt.open("end after (500ms, 10s, 2m; 0: no end): ", [this](const std::string& text) {
+        AlarmOutMode mode = output().mode;
+        mode.setTimeout(parseTimeout(text));
+        setMode(mode);
+    });
+}
+
+void PanelControl::invert() {
+    AlarmOutMode mode = output().mode;
+    mode.setValidSignal(mode.getValidSignal() == AlarmOutMode::Direct ? AlarmOutMode::Inverted
+                                                                      : AlarmOutMode::Direct);
+    setMode(mode);
+}
+
+void PanelControl::setMode(const AlarmOutMode& mode) { m_Board.setMode(output(), mode); }

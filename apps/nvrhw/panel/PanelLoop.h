@@ -1,0 +1,37 @@
+#pragma once
+
+#include "PanelBoard.h"
+#include "PanelControl.h"
+#include "PanelFocus.h"
+#include "PanelMailbox.h"
+#include "PanelModel.h"
+#include "PanelScreen.h"
+#include "PanelSignals.h"
+#include "PanelView.h"
+
+/// Runs the panel: waits for keys, signals, what the library tells, and time; then brings model
+/// and picture up to date.
+class PanelLoop {
+public:
+    /// Keeps what it is given.
+    PanelLoop(PanelBoard& board, PanelModel& model, PanelMailbox& mailbox, PanelScreen& screen,
+              const PanelSignals& signals);
+
+    /// Returns when its user or a signal ends it, or the terminal has gone.
+    void run();
+
+private:
+    bool wait();
+    bool takeSignals();
+    bool takeKeys();
+    void update();
+
+    PanelBoard& m_Board;
+    PanelModel& m_Model;
+    PanelMailbox& m_Mailbox;
+    PanelScreen& m_Screen;
+    const PanelSignals& m_Signals;
+    PanelFocus m_Focus;
+    PanelView m_View;
+    PanelControl m_Control;
+};

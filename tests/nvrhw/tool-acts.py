@@ -1,0 +1,148 @@
+"""Commands that drive, store and follow."""
+import json
+import os
+import signal
+import subprocess
+import time
+import unittest
+import unittest.mock
+
+from tool import DEADLINE, TOOL, ToolTest
+
+
+class Acts(ToolTest):
+    def levels(self, *arguments):
+        """The levels that the library drives, and the result."""
+        lines = self.run_tool("trigger", *arguments, "--verbose", "--json").splitlines()
+        objects = [json.loads(line) for line in lines]
+        return [entry["level"] for entry in objects[:-1]], objects[-1]["result"]
+
+    def test_outputs_are_driven_as_asked(self):
+        for arguments, levels, result, left in [
+                (["1"], [0, 1], "switched on", "1"),
+                (["3"], [1, 0], "switched on", "0"),  # valid at level 0
+                (["2", "--inverted"], [1, 0], "switched on", "0"),
+                (["4", "--timeout", "100ms"], [0, 1, 0], "done", "0"),
+                (["4", "--inverted", "--timeout", "0.1"], [1, 0, 1], "done", "1"),
+                (["4", "--mode", "pulse"], [0, 1, 0], "done", "0")]:
+            self.assertEqual(self.levels(*arguments), (levels, result), arguments)
+            self.assertEqual(self.level(2, int(arguments[0]) - 1), left, arguments)
+        levels, result = self.levels("4", "--mode", "flash", "--frequency", "10", "--timeout", "1s")
+        self.assertEqual(result, "done")
+        self.assertEqual(levels, [i % 2 for i in range(len(levels))])
+        self.assertIn(len(levels), range(7, 13))  # a loaded machine skips changes
+        self.assertEqual(self.level(2, 3), "0")
+        self.expect_lines(self.run_tool("outputs"), "1 2 0 1 steady 1 active",
+                          "3 2 2 0 steady 0 active", "4 siren 2 3 1 steady 0 normal")
+        self.assertEqual(self.run_tool("cancel", "3"), "output 3: switched off, its level is 1\n")
+        self.run_tool("cancel", "2", "--inverted")
+        self.assertEqual([self.level(2, 1), self.level(2, 2)], ["1", "1"])
+
+    def test_an_interrupted_output_is_left_off(self):
+        for timeout, number, status in ([], signal.SIGINT, 0), (["--timeout", "1m"],
+                                                                signal.SIGTERM, 1):
+            process = self.start("trigger", "3", "--mode", "flash", "--verbose", *timeout)
+            while "-> 0" not in process.stdout.readline():  # on
+                self.assertIsNone(process.poll())
+            process.send_signal(number)
+            output, errors = process.communicate(timeout=DEADLINE)
+            self.assertIn("output 3: cancelled, its level is 1\n", output)
+            self.assertEqual((process.returncode, "cut short" in errors), (status, status == 1))
+            self.assertEqual(self.level(2, 2), "1")
+
+    def test_a_line_that_cannot_be_driven_is_a_failure(self):
+        self.line(2, 0).unlink()
+        self.assertIn("group 2, bit 0 cannot be driven: ", self.run_tool("trigger", "1", status=1))
+        process = self.start("trigger", "2", "--mode", "flash", "--verbose")
+        while "-> 1" not in process.stdout.readline():
+            self.assertIsNone(process.poll())
+        self.line(2, 1).unlink()  # while it is flashing
+        self.assertIn("cannot be driven", process.communicate(timeout=DEADLINE)[1])
+        self.assertEqual(process.returncode, 1)
+
+    def test_monitor_tells_what_changes(self):
+        self.line(0, 3).unlink()
+        process = self.start("monitor", "--present", "--count", "18")
+        present = [process.stdout.readline() for _ in range(15)]
+        self.assertRegex(present[2], r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d  input 3  normal$")
+        self.assertIn("warning: group 0, bit 3 cannot be read", process.stderr.readline())
+        for level, state in ("1", "alarm"), ("0", "normal"):
+            self.line(1, 6).write_text({"alarm": "0", "normal": "1"}[state])
+            self.assertRegex(process.stdout.readline(), rf"  input 15  {state}\n$")
+        self.line(0, 3).write_text("0\n")  # is back
+        output, errors = process.communicate(timeout=DEADLINE)
+        self.assertRegex(output, "input 4  normal")
+        self.assertEqual((process.returncode, "can be read again" in errors), (0, True))
+
+    def follow(self, **options):
+        """A monitor that is known to be watching: its first message has been read."""
+        process = self.start("monitor", "--json", "--present", **options)
+        for _ in range(16):
+            process.stdout.readline()
+        self.line(0, 0).write_text("1")
+        self.assertEqual(json.loads(process.stdout.readline()),
+                         {"time": unittest.mock.ANY, "input": 1, "name": "front door",
+                          "state": "alarm"})
+        return process
+
+    def test_monitor_ends_when_it_is_told(self):
+        process = self.follow()
+        process.send_signal(signal.SIGINT)
+        self.assertEqual((process.communicate(timeout=DEADLINE), process.returncode), (("", ""), 0))
+        begin = time.monotonic()
+        self.assertEqual(self.run_tool("monitor", "--timeout", "0.2"), "")  # nothing has changed
+        self.assertGreaterEqual(time.monotonic() - begin, 0.2)
+
+    def test_monitor_ends_quietly_when_its_reader_goes(self):
+        process = self.follow()
+        process.stdout.close()
+        self.assertEqual((process.wait(DEADLINE), process.stderr.read()), (0, ""))
+
+    @staticmethod
+    def blocks(process, number):
+        """Whether the process has come to where it takes the signal itself."""
+        with open(f"/proc/{process}/status", encoding="ascii") as status:
+            [mask] = [line.split()[1] for line in status if line.startswith("SigBlk:")]
+        return int(mask, 16) >> (number - 1) & 1
+
+    def test_monitor_answers_signals_while_its_reader_is_stopped(self):
+        read, write = os.pipe()
+        os.set_blocking(write, False)
+        try:
+            while True:
+                os.write(write, b"x" * 4096)
+        except BlockingIOError:
+            os.set_blocking(write, True)
+        process = subprocess.Popen([*TOOL, "monitor", "--present"], env=self.environment,
+                                   stdout=write, stderr=subprocess.PIPE)
+        self.addCleanup(process.communicate)
+        self.addCleanup(process.kill)
+        while not self.blocks(process.pid, signal.SIGTERM):
+            self.assertIsNone(process.poll())
+        process.send_signal(signal.SIGTERM)
+        self.assertEqual(process.wait(DEADLINE), 0)
+        os.close(read)
+        os.close(write)
+
+    def test_monitor_parameters_are_stored(self):
+        self.expect_lines(self.run_tool("monitors"),
+                          "3 yes 3 0 PAL 720x576 8,-4 704x576 0 45")
+        self.run_tool("monitors", "set", "3", "--y", "-9", "--brightness", "70", "--enabled",
+                      "false")
+        self.run_tool("monitors", "set", "5", "--add", "--width", "640")
+        found = {entry["id"]: entry for entry in self.run_json("monitors")}
+        self.assertEqual(found[3], {
+            "id": 3, "enabled": False, "type": 3, "resolutionId": 0, "x": 8, "y": -9, "width": 704,
+            "height": 576, "refreshRate": 0, "brightness": 70, "resolution": "PAL 720x576"})
+        self.assertEqual((found[5]["width"], found[5]["brightness"]), (640, 50))
+        self.edit("NVRAbility.xml", "<NVRAbility>", "")
+        self.assertEqual(self.run_json("monitors")[0]["resolution"], "")  # is only a help
+
+    def test_a_sample_board_can_be_written(self):
+        new = self.board / "new" / "board"
+        self.assertIn(str(new), self.run_tool("board", "init", str(new)))
+        self.assertEqual(len(self.run_json("inputs", "--board", str(new))), 16)
+
+
+if __name__ == "__main__":
+    unittest.main()
