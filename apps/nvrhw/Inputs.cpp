@@ -1,22 +1,7 @@
 #include "Inputs.h"
 
-namespace {
-
-constexpr char SOURCE[] = "Inputs";
-
-Table::Style styleOf(const InputState& state) {
-    return !state.isReadable() ? Table::DOUBTFUL : state.isAlarm() ? Table::BAD : Table::GOOD;
-}
-
-} // namespace
-
 Inputs::Inputs(const Lines& lines)
-    : m_Manager(new (SOURCE, __LINE__) IOAlarmInManager), m_Reader(lines.gpioOperator()) {
-    SafePointer<MachineConfigurationDetail> detail(lines.detail());
-    m_Manager->setGPIOOperator(lines.gpioOperator());
-    m_Manager->setMachineConfigurationDetail(detail);
-    m_Manager->init();
-}
+    : m_Manager(lines.makeManager<IOAlarmInManager>()), m_Reader(lines.gpioOperator()) {}
 
 std::vector<InputState> Inputs::read(const std::vector<Line>& lines) {
     std::vector<InputState> states;
@@ -27,27 +12,10 @@ std::vector<InputState> Inputs::read(const std::vector<Line>& lines) {
     return states;
 }
 
-Table Inputs::table(const std::vector<InputState>& states) {
-    Table table({{"ID", Table::RIGHT},
-                 {"NAME"},
-                 {"BANK", Table::RIGHT},
-                 {"BIT", Table::RIGHT},
-                 {"VALID", Table::RIGHT},
-                 {"USER", Table::RIGHT},
-                 {"LEVEL", Table::RIGHT},
-                 {"STATE"},
-                 {"CAUSE"}});
+LineTable Inputs::table(const std::vector<InputState>& states) {
+    LineTable table({"USER", Table::RIGHT});
     for (const InputState& state : states) {
-        const Line& line = state.line;
-        table.add({line.id,
-                   line.name,
-                   line.group,
-                   line.bit,
-                   line.validLevel,
-                   state.userLevel,
-                   state.isReadable() ? std::to_string(state.level) : "-",
-                   {state.name(), styleOf(state)},
-                   state.cause});
+        table.add(state, state.userLevel, state.name(), state.isAlarm());
     }
     return table;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "LineReader.h"
+#include "LineTable.h"
 #include "Output.h"
-#include "Table.h"
 #include "alarm/IOAlarmInManager.h"
 
 #include <vector>
@@ -27,7 +27,7 @@ public:
     /// The states of the inputs at `lines`, in their order.
     std::vector<InputState> read(const std::vector<Line>& lines);
 
-    static Table table(const std::vector<InputState>& states);
+    static LineTable table(const std::vector<InputState>& states);
     static Json json(const std::vector<InputState>& states);
 
     const SafePointer<IOAlarmInManager>& manager() const { return m_Manager; }

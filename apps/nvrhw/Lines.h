@@ -38,6 +38,16 @@ public:
     const Line& input(int id) const { return find(m_Inputs, id, "input"); }
     const Line& output(int id) const { return find(m_Outputs, id, "output"); }
 
+    /// A manager of the library for these lines: of the alarm inputs or of the outputs.
+    template <typename Manager> SafePointer<Manager> makeManager() const {
+        const SafePointer<Manager> manager(new ("Lines", __LINE__) Manager);
+        SafePointer<MachineConfigurationDetail> detail(m_Detail);
+        manager->setGPIOOperator(m_Operator);
+        manager->setMachineConfigurationDetail(detail);
+        manager->init();
+        return manager;
+    }
+
     const SafePointer<MachineConfigurationDetail>& detail() const { return m_Detail; }
     const SafePointer<GPIOOperator>& gpioOperator() const { return m_Operator; }
 

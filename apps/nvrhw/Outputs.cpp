@@ -2,8 +2,6 @@
 
 namespace {
 
-constexpr char SOURCE[] = "Outputs";
-
 struct ModeName {
     const char* name;
     AlarmOutMode::Mode mode;
@@ -13,19 +11,10 @@ constexpr ModeName MODE_NAMES[] = {{"steady", AlarmOutMode::Steady},
                                    {"flash", AlarmOutMode::Flash},
                                    {"pulse", AlarmOutMode::Pulse}};
 
-Table::Style styleOf(const OutputState& state) {
-    return !state.isReadable() ? Table::DOUBTFUL : state.isActive() ? Table::BAD : Table::GOOD;
-}
-
 } // namespace
 
 Outputs::Outputs(const Lines& lines)
-    : m_Manager(new (SOURCE, __LINE__) IOAlarmOutManager), m_Reader(lines.gpioOperator()) {
-    SafePointer<MachineConfigurationDetail> detail(lines.detail());
-    m_Manager->setGPIOOperator(lines.gpioOperator());
-    m_Manager->setMachineConfigurationDetail(detail);
-    m_Manager->init();
-}
+    : m_Manager(lines.makeManager<IOAlarmOutManager>()), m_Reader(lines.gpioOperator()) {}
 
 std::vector<OutputState> Outputs::read(const std::vector<Line>& lines) {
     std::vector<OutputState> states;
@@ -36,27 +25,10 @@ std::vector<OutputState> Outputs::read(const std::vector<Line>& lines) {
     return states;
 }
 
-Table Outputs::table(const std::vector<OutputState>& states) {
-    Table table({{"ID", Table::RIGHT},
-                 {"NAME"},
-                 {"BANK", Table::RIGHT},
-                 {"BIT", Table::RIGHT},
-                 {"VALID", Table::RIGHT},
-                 {"MODE"},
-                 {"LEVEL", Table::RIGHT},
-                 {"STATE"},
-                 {"CAUSE"}});
+LineTable Outputs::table(const std::vector<OutputState>& states) {
+    LineTable table({"MODE"});
     for (const OutputState& state : states) {
-        const Line& line = state.line;
-        table.add({line.id,
-                   line.name,
-                   line.group,
-                   line.bit,
-                   line.validLevel,
-                   modeName(state.mode.getMode()),
-                   state.isReadable() ? std::to_string(state.level) : "-",
-                   {state.name(), styleOf(state)},
-                   state.cause});
+        table.add(state, modeName(state.mode.getMode()), state.name(), state.isActive());
     }
     return table;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "LineReader.h"
+#include "LineTable.h"
 #include "Output.h"
-#include "Table.h"
 #include "alarm/AlarmOutMode.h"
 #include "alarm/IOAlarmOutManager.h"
 
@@ -34,7 +34,7 @@ public:
     /// The states of the outputs at `lines`, in their order.
     std::vector<OutputState> read(const std::vector<Line>& lines);
 
-    static Table table(const std::vector<OutputState>& states);
+    static LineTable table(const std::vector<OutputState>& states);
     static Json json(const std::vector<OutputState>& states);
 
     /// A mode's name, and back; a name that is none is "steady".

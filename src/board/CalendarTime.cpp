@@ -33,23 +33,6 @@ int daysOf(int year, int month) {
     return DAYS[month - 1] + (month == 2 && isLeapYear ? 1 : 0);
 }
 
-std::tm recordOf(const DateTime& moment) {
-    std::tm record{};
-    record.tm_year = moment.year - 1900;
-    record.tm_mon = moment.month - 1;
-    record.tm_mday = moment.day;
-    record.tm_hour = moment.hour;
-    record.tm_min = moment.minute;
-    record.tm_sec = moment.second;
-    record.tm_isdst = -1;
-    return record;
-}
-
-DateTime momentOf(const std::tm& record) {
-    return {record.tm_year + 1900, record.tm_mon + 1, record.tm_mday,
-            record.tm_hour,        record.tm_min,     record.tm_sec};
-}
-
 /// timegm and mktime say -1 when a 32-bit system's time ends before.
 std::time_t known(std::time_t seconds, const DateTime& moment) {
     if (seconds == -1) {
@@ -76,24 +59,25 @@ void CalendarTime::check(const DateTime& moment) {
 }
 
 std::time_t CalendarTime::secondsOf(const DateTime& utc) {
-    std::tm record = recordOf(utc);
+    auto record = toRecord<std::tm>(utc);
     return known(timegm(&record), utc);
 }
 
 DateTime CalendarTime::fromSeconds(std::time_t seconds) {
     std::tm record{};
     gmtime_r(&seconds, &record);
-    return momentOf(record);
+    return fromRecord(record);
 }
 
 DateTime CalendarTime::toLocal(const DateTime& utc) {
     const std::time_t seconds = secondsOf(utc);
     std::tm record{};
     localtime_r(&seconds, &record);
-    return momentOf(record);
+    return fromRecord(record);
 }
 
 DateTime CalendarTime::fromLocal(const DateTime& local) {
-    std::tm record = recordOf(local);
+    auto record = toRecord<std::tm>(local);
+    record.tm_isdst = -1;
     return fromSeconds(known(mktime(&record), local));
 }

@@ -18,6 +18,22 @@ public:
     static std::time_t secondsOf(const DateTime& utc);
     static DateTime fromSeconds(std::time_t seconds);
 
+    /// To and from a record with the fields of std::tm, which the kernel's clocks have too.
+    template <typename Record> static Record toRecord(const DateTime& moment) {
+        Record record{};
+        record.tm_year = moment.year - 1900;
+        record.tm_mon = moment.month - 1;
+        record.tm_mday = moment.day;
+        record.tm_hour = moment.hour;
+        record.tm_min = moment.minute;
+        record.tm_sec = moment.second;
+        return record;
+    }
+    template <typename Record> static DateTime fromRecord(const Record& record) {
+        return {record.tm_year + 1900, record.tm_mon + 1, record.tm_mday,
+                record.tm_hour,        record.tm_min,     record.tm_sec};
+    }
+
     /// Between UTC and the local time of the process.
     static DateTime toLocal(const DateTime& utc);
     static DateTime fromLocal(const DateTime& local);
