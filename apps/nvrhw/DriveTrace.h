@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/SafePointer.h"
-#include "platform/Allocation.h"
 #include "platform/Gpio.h"
+#include "platform/base/Allocation.h"
 
 #include <functional>
 #include <map>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/DeviceAbility.h"
-#include "platform/Export.h"
 #include "platform/XmlConfigure.h"
+#include "platform/base/Export.h"
 
 #include <string>
 #include <vector>

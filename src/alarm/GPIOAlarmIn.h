@@ -3,9 +3,9 @@
 #include "alarm/IAlarmIn.h"
 #include "foundation/SafePointer.h"
 #include "gpio/GPIOOperator.h"
-#include "platform/Allocation.h"
-#include "platform/Export.h"
 #include "platform/HardwareConfigure.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 /// An alarm input wired to one GPIO line.
 class NVRHW_API GPIOAlarmIn : public IAlarmIn {

@@ -3,9 +3,9 @@
 #include "alarm/IAlarmOut.h"
 #include "foundation/SafePointer.h"
 #include "gpio/GPIOOperator.h"
-#include "platform/Allocation.h"
-#include "platform/Export.h"
 #include "platform/HardwareConfigure.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 /// An alarm output wired to one GPIO line. Making or destroying it drives nothing.
 class NVRHW_API GPIOAlarmOut : public IAlarmOut {

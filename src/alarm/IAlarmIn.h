@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Export.h"
+#include "platform/base/Export.h"
 
 /// One alarm input, and the rule by which its level counts as alarm.
 ///

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "alarm/AlarmOutMode.h"
-#include "platform/Export.h"
+#include "platform/base/Export.h"
 
 /// One alarm output. Takes no lock: the manager that owns it calls it under its own.
 class NVRHW_API IAlarmOut {

@@ -2,8 +2,8 @@
 
 #include "alarm/AlarmInformation.h"
 #include "alarm/IHardwareAlarmListener.h"
-#include "platform/Export.h"
 #include "platform/Observer.h"
+#include "platform/base/Export.h"
 
 /// The base of what emits alarm messages. Listeners stay the application's; all operations may be
 /// called from any thread and from inside a notification.

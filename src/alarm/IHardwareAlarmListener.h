@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Export.h"
 #include "platform/Observer.h"
+#include "platform/base/Export.h"
 
 /// What an application registers to receive alarm messages: update() is called with each
 /// AlarmInformation, in the thread that saw the change.

@@ -3,10 +3,10 @@
 #include "alarm/IOAlarmInManager.h"
 #include "config/MachineConfigurationDetail.h"
 #include "foundation/SafePointer.h"
-#include "platform/Allocation.h"
-#include "platform/Export.h"
 #include "platform/GpioDetect.h"
 #include "platform/HardwareConfigure.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 /// The service "IOAlarmInListener": has the detector watch the lines of all alarm inputs, and asks
 /// the alarm input manager to look at its inputs whenever one of them may have changed.

@@ -5,11 +5,11 @@
 #include "config/MachineConfigurationDetail.h"
 #include "foundation/SafePointer.h"
 #include "gpio/GPIOOperator.h"
-#include "platform/Allocation.h"
-#include "platform/Export.h"
 #include "platform/Gpio.h"
 #include "platform/HardwareConfigure.h"
-#include "platform/Mutex.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
+#include "platform/base/Mutex.h"
 
 #include <map>
 #include <vector>

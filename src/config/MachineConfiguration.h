@@ -2,11 +2,11 @@
 
 #include "config/MachineConfigurationDetail.h"
 #include "foundation/SafePointer.h"
-#include "platform/Allocation.h"
 #include "platform/DeviceAbility.h"
-#include "platform/Export.h"
 #include "platform/MachineInfo.h"
 #include "platform/SoftwarePackage.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 class DeviceAbilityCollector;
 

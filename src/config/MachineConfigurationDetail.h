@@ -1,11 +1,11 @@
 #pragma once
 
 #include "foundation/SafePointer.h"
-#include "platform/Allocation.h"
-#include "platform/Export.h"
 #include "platform/HardwareConfigure.h"
 #include "platform/MachineInfo.h"
 #include "platform/SoftwarePackage.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 #include <memory>
 

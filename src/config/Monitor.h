@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Allocation.h"
-#include "platform/Export.h"
 #include "platform/MonitorParam.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 #include <vector>
 

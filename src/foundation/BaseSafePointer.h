@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Export.h"
+#include "platform/base/Export.h"
 
 /// The common root of all SafePointer<T>, so that one container can hold pointers to anything.
 class NVRHW_API BaseSafePointer {

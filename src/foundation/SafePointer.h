@@ -2,8 +2,8 @@
 
 #include "foundation/BaseSafePointer.h"
 #include "foundation/XQRuntimeError.h"
-#include "platform/Export.h"
-#include "platform/RefCount.h"
+#include "platform/base/Export.h"
+#include "platform/base/RefCount.h"
 
 #include <cstdio>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Export.h"
+#include "platform/base/Export.h"
 
 /// The version of this library as it runs, which may be newer than the headers an application was
 /// compiled with.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/SafePointer.h"
-#include "platform/Allocation.h"
-#include "platform/Export.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 /// What a function<R> calls.
 template <typename R> class NVRHW_API function_obj_base {

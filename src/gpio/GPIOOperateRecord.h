@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Allocation.h"
-#include "platform/Export.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 #include <cstdint>
 

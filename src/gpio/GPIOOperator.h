@@ -2,11 +2,11 @@
 
 #include "foundation/SafePointer.h"
 #include "gpio/GPIOOperateRecord.h"
-#include "platform/Allocation.h"
-#include "platform/Export.h"
 #include "platform/Gpio.h"
-#include "platform/Mutex.h"
 #include "platform/Thread.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
+#include "platform/base/Mutex.h"
 
 #include <cstdint>
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Export.h"
+#include "platform/base/Export.h"
 
 /// The version of the board layer as it runs.
 class NVRHW_API BoardVersion {

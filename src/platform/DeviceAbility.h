@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/Export.h"
 #include "platform/FileSystemAbility.h"
 #include "platform/FixedText.h"
 #include "platform/NetworkAbility.h"
+#include "platform/base/Export.h"
 
 #include <string>
 #include <vector>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "foundation/SafePointer.h"
-#include "platform/Allocation.h"
-#include "platform/Export.h"
 #include "platform/GPIOLineSettings.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 #include <list>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Allocation.h"
-#include "platform/Export.h"
-#include "platform/Mutex.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
+#include "platform/base/Mutex.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Export.h"
 #include "platform/FixedText.h"
+#include "platform/base/Export.h"
 
 #include <vector>
 

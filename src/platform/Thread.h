@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/function.h"
-#include "platform/Allocation.h"
-#include "platform/Export.h"
+#include "platform/base/Allocation.h"
+#include "platform/base/Export.h"
 
 #include <memory>
 #include <string>

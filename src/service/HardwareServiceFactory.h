@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Export.h"
-#include "platform/Mutex.h"
+#include "platform/base/Export.h"
+#include "platform/base/Mutex.h"
 #include "service/IServiceFactory.h"
 
 /// The entry to the library: builds the services, wires them and hands them out.

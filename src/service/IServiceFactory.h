@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/SafePointer.h"
-#include "platform/Export.h"
+#include "platform/base/Export.h"
 
 #include <map>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "platform/Allocation.h"
+#include "platform/base/Allocation.h"
 
 #include <gtest/gtest.h>
 #include <set>

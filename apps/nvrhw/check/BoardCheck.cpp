@@ -6,8 +6,8 @@
 #include "HardwareCheck.h"
 #include "IniCheck.h"
 #include "MonitorCheck.h"
-#include "board/ConfigError.h"
-#include "board/TextFile.h"
+#include "board/documents/ConfigError.h"
+#include "board/documents/TextFile.h"
 #include "config/ConfigFileNameConst.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "ElementPath.h"
 #include "Suggestion.h"
-#include "board/ConfigError.h"
+#include "board/documents/ConfigError.h"
 #include "platform/FixedText.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "ElementPath.h"
 
-#include "board/ConfigError.h"
+#include "board/documents/ConfigError.h"
 
 namespace {
 

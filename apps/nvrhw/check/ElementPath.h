@@ -1,6 +1,6 @@
 #pragma once
 
-#include "board/XmlElement.h"
+#include "board/documents/XmlElement.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Finding.h"
-#include "board/XmlElement.h"
+#include "board/documents/XmlElement.h"
 
 #include <vector>
 

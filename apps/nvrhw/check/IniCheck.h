@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Findings.h"
-#include "board/IniFile.h"
+#include "board/documents/IniFile.h"
 
 /// A section of an ini file: the keys it may have, and which of them should be there.
 struct SectionRule {

@@ -1,8 +1,8 @@
 #include "LineCheck.h"
 
-#include "board/ErrnoText.h"
-#include "board/KernelChip.h"
-#include "board/SimulatedBank.h"
+#include "board/gpio/kernel/KernelChip.h"
+#include "board/gpio/simulated/SimulatedBank.h"
+#include "board/runtime/ErrnoText.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,5 +1,0 @@
-#include "platform/System.h"
-
-#include <unistd.h>
-
-int SystemHelper::getPid() { return static_cast<int>(getpid()); }

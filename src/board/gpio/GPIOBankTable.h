@@ -1,0 +1,46 @@
+#pragma once
+
+#include "board/gpio/bank/GPIOBank.h"
+#include "board/gpio/bank/GPIOFaultBook.h"
+#include "platform/base/Mutex.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The banks of one device, a directory with one entry per group. Banks are made when they are
+/// first used, of the kind that the entry has then, and exchanged with it; nothing has to be there
+/// when the table is made. Thread-safe.
+class GPIOBankTable {
+public:
+    /// The table of this device, one for the whole process as long as anybody holds it.
+    static std::shared_ptr<GPIOBankTable> of(const std::string& device);
+
+    /// An empty path stands for no device: every operation fails.
+    explicit GPIOBankTable(std::string device);
+
+    /// False, and `cause`, when the device is not there.
+    bool isPresent(std::string& cause) const;
+
+    /// The bank of a line; null, and `cause`, when there is none.
+    std::shared_ptr<GPIOBank> find(int group, int bit, std::string& cause);
+
+    /// Reads every line it can; failures are logged. False when any of them failed.
+    bool read(std::vector<GPIOReading>& readings);
+
+    /// Drives a line; a failure is logged and answered with false.
+    bool drive(int group, int bit, int level);
+
+    GPIOFaultBook& getFaultBook() { return *m_FaultBook; }
+
+private:
+    std::shared_ptr<GPIOBank> findKnown(int group);
+    std::shared_ptr<GPIOBank> open(int group, const struct stat& entry, std::string& cause);
+    void readAll(const std::vector<GPIOReading*>& readings);
+
+    const std::string m_Device;
+    const std::shared_ptr<GPIOFaultBook> m_FaultBook; // shared with the banks
+    XQMutex m_Mutex;
+    std::map<int, std::shared_ptr<GPIOBank>> m_Banks NVRHW_GUARDED_BY(m_Mutex);
+};

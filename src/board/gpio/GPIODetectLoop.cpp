@@ -1,0 +1,225 @@
+#include "board/gpio/GPIODetectLoop.h"
+
+#include "board/runtime/ErrnoText.h"
+#include "board/runtime/ExceptionText.h"
+#include "board/runtime/StopSignal.h"
+#include "platform/Diagnostics.h"
+
+#include <iterator>
+#include <poll.h>
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
+#include <utility>
+
+namespace {
+
+constexpr char SOURCE[] = "GPIODetectLoop";
+constexpr int RETRY_INTERVAL = 200; // milliseconds between looks for a lost bank
+constexpr int WITHOUT_LIMIT = -1;
+
+} // namespace
+
+bool GPIODetectLoop::open(const std::string& device, std::string& cause) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    forgetLines();
+    m_Banks.reset();
+    if (!m_Epoll.isValid() && !makeDescriptors(cause)) {
+        return false;
+    }
+    const auto banks = GPIOBankTable::of(device);
+    if (!banks->isPresent(cause)) {
+        return false;
+    }
+    m_Banks = banks;
+    return true;
+}
+
+bool GPIODetectLoop::makeDescriptors(std::string& cause) {
+    FileDescriptor epoll(epoll_create1(EPOLL_CLOEXEC));
+    m_Wake = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    epoll_event interest{};
+    interest.events = EPOLLIN;
+    if (epoll_ctl(epoll.get(), EPOLL_CTL_ADD, m_Wake.get(), &interest) != 0) {
+        cause = errnoText("epoll_ctl");
+        return false;
+    }
+    m_Epoll = std::move(epoll);
+    return true;
+}
+
+void GPIODetectLoop::close() {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    forgetLines();
+    m_Banks.reset();
+    m_Handler = nullptr;
+}
+
+void GPIODetectLoop::setHandler(int signalNumber, IGPIODetect::Handler handler) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    m_SignalNumber = signalNumber;
+    m_Handler = handler;
+}
+
+bool GPIODetectLoop::isReady(std::string& cause) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    if (m_Banks == nullptr) {
+        cause = "the detector is not open";
+    } else if (m_Handler == nullptr) {
+        cause = "no handler is set";
+    }
+    return cause.empty();
+}
+
+bool GPIODetectLoop::addLine(int group, int bit, std::string& cause) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    if (m_Banks == nullptr) {
+        cause = "the detector is not open";
+        return false;
+    }
+    if (group < 0 || bit < 0) {
+        cause = "groups and bits are not negative";
+        return false;
+    }
+    Group& lines = m_Groups[group];
+    lines.bits.insert(bit);
+    if (lines.watch == nullptr || !lines.watch->add(bit, cause)) {
+        restore(group, lines); // if the bank is not there, pass() goes on trying
+    }
+    eventfd_write(m_Wake.get(), 1); // a pass may be waiting without limit
+    return true;
+}
+
+bool GPIODetectLoop::removeLine(int group, int bit, std::string& cause) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const auto known = m_Groups.find(group);
+    if (known == m_Groups.end() || known->second.bits.count(bit) == 0) {
+        cause = "the line is not watched";
+        return false;
+    }
+    forget(group, bit);
+    return true;
+}
+
+int GPIODetectLoop::pass() {
+    const auto self = shared_from_this(); // the handler may release everything else
+    if (waitForEvents() && collectChanges()) {
+        callHandler();
+    }
+    return 0;
+}
+
+void GPIODetectLoop::forgetLines() {
+    for (auto& numbered : m_Groups) {
+        endWatch(numbered.second);
+    }
+    m_Groups.clear();
+}
+
+void GPIODetectLoop::forget(int number, int bit) {
+    Group& group = m_Groups[number];
+    group.bits.erase(bit);
+    if (group.bits.empty()) {
+        endWatch(group);
+        m_Groups.erase(number);
+    } else if (group.watch != nullptr) {
+        group.watch->remove(bit);
+    }
+}
+
+// Puts a new watch of the group's lines in place of the one it has.
+bool GPIODetectLoop::beginWatch(int number, Group& group, std::string& cause) {
+    const auto bank = m_Banks->find(number, *group.bits.begin(), cause);
+    auto watch = bank != nullptr ? bank->watch(cause) : nullptr;
+    if (watch == nullptr) {
+        return false;
+    }
+    for (const int bit : group.bits) {
+        if (!watch->add(bit, cause)) {
+            return false;
+        }
+    }
+    epoll_event interest{};
+    interest.events = EPOLLIN;
+    if (epoll_ctl(m_Epoll.get(), EPOLL_CTL_ADD, watch->getDescriptor(), &interest) != 0) {
+        cause = errnoText("epoll_ctl");
+        return false;
+    }
+    endWatch(group);
+    group.watch = std::move(watch);
+    return true;
+}
+
+// Taken out by hand: a descriptor that a child process inherited would stay in the epoll.
+void GPIODetectLoop::endWatch(Group& group) {
+    if (group.watch != nullptr) {
+        epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, group.watch->getDescriptor(), nullptr);
+        group.watch.reset();
+    }
+}
+
+bool GPIODetectLoop::restore(int number, Group& group) {
+    std::string cause;
+    const bool restored = beginWatch(number, group, cause);
+    if (!restored) {
+        endWatch(group);
+    }
+    m_Banks->getFaultBook().note(GPIOFaultBook::WATCH, number, 0, cause);
+    return restored;
+}
+
+// False when the thread shall stop.
+bool GPIODetectLoop::waitForEvents() {
+    StopSignal& stop = *StopSignal::ofThisThread();
+    const int stopDescriptor = stop.getDescriptor();
+    const int limit = stopDescriptor >= 0 ? timeout() : RETRY_INTERVAL;
+    pollfd sources[] = {{stopDescriptor, POLLIN, 0}, {m_Epoll.get(), POLLIN, 0}};
+    poll(sources, std::size(sources), limit);
+    return !stop.isRequested();
+}
+
+// The shortest time that any group wants to wait, in milliseconds.
+int GPIODetectLoop::timeout() {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    int shortest = WITHOUT_LIMIT;
+    for (const auto& [number, group] : m_Groups) {
+        const int wanted = group.watch != nullptr ? group.watch->getTimeout() : RETRY_INTERVAL;
+        if (wanted >= 0 && (shortest < 0 || wanted < shortest)) {
+            shortest = wanted;
+        }
+    }
+    return shortest;
+}
+
+// True when a watched line may have changed.
+bool GPIODetectLoop::collectChanges() {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    eventfd_t ignored = 0;
+    eventfd_read(m_Wake.get(), &ignored);
+    bool changed = false;
+    for (auto& [number, group] : m_Groups) {
+        const auto found = group.watch != nullptr ? group.watch->drain() : GPIOBankWatch::LOST;
+        if (found == GPIOBankWatch::CHANGED ||
+            (found == GPIOBankWatch::LOST && restore(number, group))) {
+            changed = true;
+        }
+    }
+    return changed;
+}
+
+void GPIODetectLoop::callHandler() {
+    IGPIODetect::Handler handler = nullptr;
+    int signalNumber = 0;
+    {
+        const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+        handler = m_Handler;
+        signalNumber = m_SignalNumber;
+    }
+    if (handler == nullptr) {
+        return;
+    }
+    const std::string cause = exceptionText([&] { handler(signalNumber); });
+    if (!cause.empty()) {
+        const std::string text = "the detection handler ended by an exception: " + cause;
+        Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
+    }
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "board/runtime/FileDescriptor.h"
+
+#include <set>
+#include <string>
+#include <utility>
+
+/// Notices that an entry of a directory, or the device node it leads to, is made, moved or removed.
+class EntrySentinel {
+public:
+    /// False, and `cause`, on failure.
+    bool begin(const std::string& directory, const std::string& entry, std::string& cause);
+
+    /// Readable when isDisturbed() has something to find.
+    int getDescriptor() const { return m_Inotify.get(); }
+
+    /// True when something has happened since the last call. Does not block.
+    bool isDisturbed();
+
+private:
+    bool observe(const std::string& directory, const std::string& name, std::string& cause);
+
+    FileDescriptor m_Inotify;
+    std::set<std::pair<int, std::string>> m_Names; // each with the watch of its directory
+};

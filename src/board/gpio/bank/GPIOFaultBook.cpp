@@ -1,0 +1,53 @@
+#include "board/gpio/bank/GPIOFaultBook.h"
+
+#include "platform/Diagnostics.h"
+
+namespace {
+
+constexpr char SOURCE[] = "GPIOFaultBook";
+
+constexpr const char* FAILS[] = {
+    " cannot be read: ", " cannot be driven: ", " cannot be watched: "};
+constexpr const char* WORKS[] = {" can be read again", " can be driven again", " is watched again"};
+
+} // namespace
+
+void GPIOFaultBook::note(Operation operation, int group, int bit, const std::string& cause) {
+    if (cause.empty() && m_Count.load(std::memory_order_relaxed) == 0) { // the usual case: no lock
+        return;
+    }
+    int failures = 0;
+    if (!enter({operation, group, operation == WATCH ? 0 : bit}, cause, failures)) {
+        return;
+    }
+    std::string text = "group " + std::to_string(group);
+    if (operation != WATCH) {
+        text += ", bit " + std::to_string(bit);
+    }
+    text += cause.empty() ? WORKS[operation] : FAILS[operation] + cause;
+    if (failures != 0) {
+        text += " (failed " + std::to_string(failures) + " times before)";
+    }
+    Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
+}
+
+// True when this is news; then `failures` is how often it had failed for the cause before.
+bool GPIOFaultBook::enter(const Key& key, const std::string& cause, int& failures) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const auto known = m_Faults.find(key);
+    if (known != m_Faults.end() && known->second.cause == cause) {
+        ++known->second.count;
+        return false;
+    }
+    if (known != m_Faults.end()) {
+        failures = known->second.count;
+    }
+    const bool news = known != m_Faults.end() || !cause.empty();
+    if (!cause.empty()) {
+        m_Faults[key] = {cause, 1};
+    } else if (known != m_Faults.end()) {
+        m_Faults.erase(known);
+    }
+    m_Count.store(m_Faults.size(), std::memory_order_relaxed);
+    return news;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/base/Mutex.h"
+
+#include <atomic>
+#include <map>
+#include <string>
+#include <tuple>
+
+/// Logs the failures of lines: one record when a line begins to fail or the cause changes, one
+/// when it works again. What is repeated in between is counted: the next record tells how often it
+/// has failed. Thread-safe.
+class GPIOFaultBook {
+public:
+    enum Operation { READ, DRIVE, WATCH };
+
+    /// Notes how an operation on a line ended; an empty cause is success. A watch belongs to the
+    /// whole group, whatever the bit.
+    void note(Operation operation, int group, int bit, const std::string& cause);
+
+private:
+    using Key = std::tuple<Operation, int, int>;
+
+    struct Fault {
+        std::string cause;
+        int count = 0; // of failures
+    };
+
+    bool enter(const Key& key, const std::string& cause, int& failures);
+
+    XQMutex m_Mutex;
+    std::map<Key, Fault> m_Faults NVRHW_GUARDED_BY(m_Mutex);
+    std::atomic<std::size_t> m_Count{0}; // of m_Faults
+};

@@ -1,0 +1,35 @@
+#include "board/gpio/bank/GPIOLineTable.h"
+
+#include "platform/base/Mutex.h"
+
+#include <map>
+#include <utility>
+
+namespace {
+
+constexpr char SOURCE[] = "GPIOLineTable";
+
+struct Table {
+    XQMutex mutex;
+    std::map<std::pair<int, int>, GPIOLineSettings> lines NVRHW_GUARDED_BY(mutex);
+};
+
+Table& table() {
+    static Table* const instance = new Table; // lines may be used until the very end
+    return *instance;
+}
+
+} // namespace
+
+void GPIOLineTable::set(int group, int bit, const GPIOLineSettings& settings) {
+    Table& known = table();
+    const XQMutexManager guard(known.mutex, SOURCE, __LINE__);
+    known.lines[{group, bit}] = settings;
+}
+
+GPIOLineSettings GPIOLineTable::get(int group, int bit) {
+    Table& known = table();
+    const XQMutexManager guard(known.mutex, SOURCE, __LINE__);
+    const auto found = known.lines.find({group, bit});
+    return found != known.lines.end() ? found->second : GPIOLineSettings();
+}

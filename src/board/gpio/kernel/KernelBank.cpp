@@ -1,0 +1,220 @@
+#include "board/gpio/kernel/KernelBank.h"
+
+#include "board/gpio/kernel/KernelChip.h"
+#include "board/gpio/kernel/KernelWatch.h"
+#include "board/runtime/ErrnoText.h"
+
+#include <algorithm>
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
+#include <sys/stat.h>
+#include <utility>
+
+namespace {
+
+constexpr char SOURCE[] = "KernelBank";
+
+std::string goneText(const std::string& path) {
+    errno = ENODEV;
+    return errnoText(path);
+}
+
+bool listen(const FileDescriptor& epoll, int descriptor) {
+    epoll_event interest{};
+    interest.events = EPOLLIN;
+    return epoll_ctl(epoll.get(), EPOLL_CTL_ADD, descriptor, &interest) == 0;
+}
+
+} // namespace
+
+std::shared_ptr<GPIOBank> KernelBank::open(const std::string& device, int group,
+                                           const std::shared_ptr<GPIOFaultBook>& book,
+                                           std::string& cause) {
+    std::shared_ptr<KernelBank> bank(new KernelBank(device, group, book));
+    return bank->begin(cause) ? bank : nullptr;
+}
+
+KernelBank::KernelBank(const std::string& device, int group,
+                       const std::shared_ptr<GPIOFaultBook>& book)
+    : m_Device(device), m_Group(group), m_Path(device + "/" + std::to_string(group)), m_Book(book),
+      m_Epoll(epoll_create1(EPOLL_CLOEXEC)) {}
+
+bool KernelBank::begin(std::string& cause) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    if (!guardEntry(cause)) {
+        return false;
+    }
+    auto chip = KernelChip::open(m_Path, cause);
+    if (chip == nullptr) {
+        return false;
+    }
+    m_Lines = std::make_unique<KernelLines>(std::move(chip), m_Group);
+    if (!listen(m_Epoll, m_Lines->getDescriptor())) {
+        cause = errnoText("epoll_ctl");
+        return false;
+    }
+    return true;
+}
+
+bool KernelBank::guardEntry(std::string& cause) {
+    // By hand: a descriptor that a child process inherited would stay in the epoll.
+    epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, m_Sentinel.getDescriptor(), nullptr);
+    m_Sentinel = EntrySentinel();
+    if (!m_Sentinel.begin(m_Device, std::to_string(m_Group), cause)) {
+        return false;
+    }
+    if (!listen(m_Epoll, m_Sentinel.getDescriptor())) {
+        cause = errnoText("epoll_ctl");
+        return false;
+    }
+    return true;
+}
+
+bool KernelBank::isCurrent(const struct stat& entry) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    return m_Lines != nullptr && isMine(entry);
+}
+
+bool KernelBank::isMine(const struct stat& entry) {
+    return S_ISCHR(entry.st_mode) && entry.st_rdev == m_Lines->getChipNumber();
+}
+
+void KernelBank::retire() {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    lose();
+}
+
+void KernelBank::read(const std::vector<GPIOReading*>& readings) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    if (m_Lines == nullptr) {
+        for (GPIOReading* reading : readings) {
+            reading->cause = goneText(m_Path);
+        }
+        return;
+    }
+    m_Lines->read(readings);
+    settle();
+}
+
+bool KernelBank::drive(int bit, int level, std::string& cause) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    if (m_Lines == nullptr) {
+        cause = goneText(m_Path);
+        return false;
+    }
+    const bool driven = m_Lines->drive(bit, level, cause);
+    settle();
+    return driven;
+}
+
+std::unique_ptr<GPIOBankWatch> KernelBank::watch(std::string& cause) {
+    return KernelWatch::begin(shared_from_this(), cause);
+}
+
+void KernelBank::join(const KernelWatch& watch, int event) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    m_Watchers[&watch].event = event;
+}
+
+void KernelBank::leave(const KernelWatch& watch) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const std::set<int> bits = m_Watchers[&watch].bits;
+    m_Watchers.erase(&watch);
+    for (const int bit : bits) {
+        unwatch(bit);
+    }
+}
+
+bool KernelBank::cover(const KernelWatch& watch, int bit, std::string& cause) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    if (m_Lines != nullptr) {
+        m_Watchers[&watch].bits.insert(bit);
+        m_Lines->watch(bit);
+        note(m_Lines->hold({bit}));
+        settle();
+    }
+    if (m_Lines == nullptr) {
+        cause = goneText(m_Path);
+        return false;
+    }
+    return true;
+}
+
+void KernelBank::uncover(const KernelWatch& watch, int bit) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    m_Watchers[&watch].bits.erase(bit);
+    unwatch(bit);
+}
+
+void KernelBank::unwatch(int bit) {
+    const bool watched =
+        std::any_of(m_Watchers.begin(), m_Watchers.end(),
+                    [bit](const auto& known) { return known.second.bits.count(bit) != 0; });
+    if (!watched && m_Lines != nullptr) {
+        m_Lines->unwatch(bit);
+    }
+}
+
+GPIOBankWatch::Finding KernelBank::drain(const KernelWatch& watch) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    Watcher& watcher = m_Watchers[&watch];
+    if (m_Lines == nullptr || (m_Sentinel.isDisturbed() && !isStillThere())) {
+        lose();
+        return GPIOBankWatch::LOST;
+    }
+    m_Lines->collect();
+    note(m_Lines->hold(watcher.bits));
+    settle();
+    eventfd_t ignored = 0;
+    eventfd_read(watcher.event, &ignored);
+    if (m_Lines == nullptr) {
+        return GPIOBankWatch::LOST;
+    }
+    const bool changed = std::exchange(watcher.isChanged, false);
+    return changed || m_Lines->isAnyUnsure(watcher.bits) ? GPIOBankWatch::CHANGED
+                                                         : GPIOBankWatch::NOTHING;
+}
+
+// An entry that is made anew for the same chip, as udev does, must not cost the outputs' levels.
+bool KernelBank::isStillThere() {
+    std::string ignored;
+    struct stat entry {};
+    return guardEntry(ignored) && stat(m_Path.c_str(), &entry) == 0 && isMine(entry);
+}
+
+bool KernelBank::isComplete(const KernelWatch& watch) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const std::set<int>& bits = m_Watchers[&watch].bits;
+    return m_Lines == nullptr || (!m_Lines->isAnyRefused(bits) && !m_Lines->isAnyUnsure(bits));
+}
+
+// A line that cannot be watched cannot be read either, for the same cause: one record tells both.
+void KernelBank::note(const KernelLines::Outcome& outcome) {
+    for (const auto& [bit, cause] : outcome) {
+        m_Book->note(GPIOFaultBook::READ, m_Group, bit, cause);
+    }
+}
+
+// After every operation on the lines: passes on what it has brought up.
+void KernelBank::settle() {
+    if (m_Lines->isGone()) {
+        lose();
+        return;
+    }
+    for (const int bit : m_Lines->takeChanges()) {
+        for (auto& [watch, watcher] : m_Watchers) {
+            if (watcher.bits.count(bit) != 0 && !watcher.isChanged) {
+                watcher.isChanged = true;
+                eventfd_write(watcher.event, 1);
+            }
+        }
+    }
+}
+
+// Lets go of the chip at once, so that it can come back under its old number.
+void KernelBank::lose() {
+    m_Lines.reset();
+    for (const auto& known : m_Watchers) {
+        eventfd_write(known.second.event, 1);
+    }
+}

@@ -1,0 +1,90 @@
+#include "board/gpio/kernel/KernelChip.h"
+
+#include "board/runtime/ErrnoText.h"
+
+#include <cstring>
+#include <fcntl.h>
+#include <linux/gpio.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <utility>
+
+namespace {
+
+bool isUnknownRequest() { return errno == ENOTTY || errno == EINVAL; }
+
+} // namespace
+
+std::unique_ptr<KernelChip> KernelChip::open(const std::string& path, std::string& cause) {
+    FileDescriptor device(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    if (!device.isValid()) {
+        cause = errnoText(path);
+        return nullptr;
+    }
+    std::unique_ptr<KernelChip> chip(new KernelChip(std::move(device), path));
+    return chip->identify(cause) ? std::move(chip) : nullptr;
+}
+
+bool KernelChip::identify(std::string& cause) {
+    struct stat info {};
+    gpiochip_info chip{};
+    gpio_v2_line_info line{}; // the first, which every chip has
+    if (fstat(m_Chip.get(), &info) != 0 ||
+        ioctl(m_Chip.get(), GPIO_GET_CHIPINFO_IOCTL, &chip) != 0) {
+        cause =
+            isUnknownRequest() ? m_Path + ": not a bank: it is no GPIO chip" : errnoText(m_Path);
+        return false;
+    }
+    if (ioctl(m_Chip.get(), GPIO_V2_GET_LINEINFO_IOCTL, &line) != 0) {
+        cause = isUnknownRequest()
+                    ? m_Path + ": this kernel has no GPIO uAPI v2; it needs Linux 5.10 or later"
+                    : errnoText(m_Path);
+        return false;
+    }
+    m_Number = info.st_rdev;
+    m_Count = static_cast<int>(chip.lines);
+    return true;
+}
+
+bool KernelChip::has(int bit, std::string& cause) const {
+    if (bit >= m_Count) {
+        cause = m_Path + ": no line " + std::to_string(bit) + ": the chip has " +
+                std::to_string(m_Count) + ", counted from 0";
+        return false;
+    }
+    return true;
+}
+
+bool KernelChip::isOutput(int bit) const {
+    gpio_v2_line_info line{};
+    line.offset = static_cast<__u32>(bit);
+    return ioctl(m_Chip.get(), GPIO_V2_GET_LINEINFO_IOCTL, &line) == 0 &&
+           (line.flags & GPIO_V2_LINE_FLAG_OUTPUT) != 0;
+}
+
+bool KernelChip::isHeld(int bit, std::string& holder) const {
+    gpio_v2_line_info line{};
+    line.offset = static_cast<__u32>(bit);
+    if (ioctl(m_Chip.get(), GPIO_V2_GET_LINEINFO_IOCTL, &line) != 0) {
+        return false;
+    }
+    holder.assign(line.consumer, strnlen(line.consumer, sizeof(line.consumer)));
+    return (line.flags & GPIO_V2_LINE_FLAG_USED) != 0;
+}
+
+std::string KernelChip::explain(int bit, int error) const {
+    std::string what = m_Path + ": line " + std::to_string(bit);
+    std::string holder;
+    if (error == EBUSY && isHeld(bit, holder)) {
+        what += holder.empty() ? " is in use" : " is held by \"" + holder + '"';
+    }
+    errno = error;
+    return errnoText(what);
+}
+
+FileDescriptor KernelChip::request(gpio_v2_line_request& request) const {
+    if (ioctl(m_Chip.get(), GPIO_V2_GET_LINE_IOCTL, &request) != 0) {
+        return FileDescriptor();
+    }
+    return FileDescriptor(request.fd);
+}

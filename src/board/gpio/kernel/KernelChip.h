@@ -1,0 +1,46 @@
+#pragma once
+
+#include "board/runtime/FileDescriptor.h"
+
+#include <memory>
+#include <string>
+#include <sys/types.h>
+#include <utility>
+
+struct gpio_v2_line_request;
+
+/// An open GPIO character device. It is of no use any more when the chip is taken away.
+class KernelChip {
+public:
+    /// Opens the device that a path leads to; null, and `cause`, when it cannot be used.
+    static std::unique_ptr<KernelChip> open(const std::string& path, std::string& cause);
+
+    /// The device number, which no other chip gets as long as this object lives.
+    dev_t getNumber() const { return m_Number; }
+
+    /// False, and `cause`, when the chip has no such line.
+    bool has(int bit, std::string& cause) const;
+
+    /// True when the line drives, whoever has made it an output.
+    bool isOutput(int bit) const;
+
+    /// True when somebody has the line, maybe this process; `holder` is the name left there.
+    bool isHeld(int bit, std::string& holder) const;
+
+    /// Why a line cannot be had, from the error number of the attempt; names who has it.
+    std::string explain(int bit, int error) const;
+
+    /// Asks for lines; no descriptor, and errno, on failure.
+    FileDescriptor request(gpio_v2_line_request& request) const;
+
+private:
+    KernelChip(FileDescriptor chip, std::string path)
+        : m_Chip(std::move(chip)), m_Path(std::move(path)) {}
+
+    bool identify(std::string& cause);
+
+    FileDescriptor m_Chip;
+    const std::string m_Path;
+    dev_t m_Number = 0;
+    int m_Count = 0; // of lines
+};

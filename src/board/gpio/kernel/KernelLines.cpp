@@ -1,0 +1,296 @@
+#include "board/gpio/kernel/KernelLines.h"
+
+#include "board/gpio/bank/GPIOLineTable.h"
+#include "board/runtime/ErrnoText.h"
+#include "platform/Diagnostics.h"
+
+#include <algorithm>
+#include <iterator>
+#include <sys/epoll.h>
+#include <utility>
+
+namespace {
+
+constexpr char SOURCE[] = "KernelLines";
+
+// Failures that say that the kernel cannot report the changes of a line: it has no interrupt, or
+// none for both edges.
+bool isForWantOfReports(int error) { return error == ENXIO || error == EINVAL; }
+
+} // namespace
+
+KernelLines::KernelLines(std::unique_ptr<KernelChip> chip, int group)
+    : m_Chip(std::move(chip)), m_Group(group), m_Epoll(epoll_create1(EPOLL_CLOEXEC)) {}
+
+// A child process may have inherited descriptors, which would stay in the epoll: see give().
+KernelLines::~KernelLines() {
+    for (const auto& held : m_Requests) {
+        epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, held.second->getDescriptor(), nullptr);
+    }
+}
+
+KernelLines::Outcome KernelLines::hold(const std::set<int>& bits) {
+    Outcome outcome;
+    std::vector<KernelLine> wanted;
+    for (const int bit : bits) {
+        std::string cause;
+        if (isHeld(bit)) {
+            continue;
+        }
+        if (m_Chip->has(bit, cause)) {
+            release(bit);
+            wanted.push_back(describe(bit));
+        } else {
+            m_Refused[bit] = cause;
+        }
+        outcome[bit] = cause;
+    }
+    take(wanted);
+    for (const KernelLine& line : wanted) {
+        const auto refused = m_Refused.find(line.bit);
+        outcome[line.bit] = refused != m_Refused.end() ? refused->second : "";
+        m_IsScattered = m_IsScattered || refused == m_Refused.end();
+    }
+    return outcome;
+}
+
+void KernelLines::read(const std::vector<GPIOReading*>& readings) {
+    std::set<int> bits;
+    for (const GPIOReading* reading : readings) {
+        bits.insert(reading->bit);
+    }
+    hold(bits);
+    pack();
+    std::map<Request, std::vector<GPIOReading*>> requests;
+    for (GPIOReading* reading : readings) {
+        const auto held = m_Requests.find(reading->bit);
+        if (held != m_Requests.end()) {
+            requests[held->second].push_back(reading);
+        } else {
+            reading->cause = m_Refused[reading->bit];
+        }
+    }
+    for (const auto& [request, lines] : requests) {
+        readFrom(*request, lines);
+    }
+}
+
+void KernelLines::readFrom(const KernelRequest& request,
+                           const std::vector<GPIOReading*>& readings) {
+    std::map<int, int> levels;
+    for (const GPIOReading* reading : readings) {
+        levels[reading->bit] = 0;
+    }
+    const bool done = request.read(levels);
+    const int error = errno;
+    for (GPIOReading* reading : readings) {
+        errno = error;
+        reading->cause = done ? "" : explain(reading->bit);
+        reading->level = levels[reading->bit];
+        if (done) {
+            m_Unread.erase(reading->bit);
+        } else {
+            m_Unread.insert(reading->bit);
+        }
+    }
+}
+
+bool KernelLines::drive(int bit, int level, std::string& cause) {
+    if (!m_Chip->has(bit, cause)) {
+        return false;
+    }
+    auto held = m_Requests.find(bit);
+    if (held != m_Requests.end() && held->second->getLines().size() > 1) {
+        release(bit); // an input: it has no level to lose
+        held = m_Requests.end();
+    }
+    const KernelLine line{bit, KernelLine::OUTPUT, GPIOLineTable::get(m_Group, bit)};
+    bool done = false;
+    if (held != m_Requests.end()) {
+        done = held->second->drive(line.settings, level);
+    } else if (Request request = KernelRequest::open(*m_Chip, {line}, level)) {
+        m_Requests[bit] = std::move(request);
+        m_Refused.erase(bit);
+        done = true;
+    }
+    if (!done) {
+        cause = explain(bit);
+        if (held != m_Requests.end() &&
+            held->second->getLines().front().role == KernelLine::INPUT) {
+            release(bit); // the kernel may have ended its reports
+        }
+        return false;
+    }
+    m_Changed.insert(bit);
+    return true;
+}
+
+void KernelLines::collect() {
+    for (const auto& held : m_Requests) {
+        const bool first = held.first == held.second->getLines().front().bit;
+        if (first && !held.second->takeChanges(m_Changed)) {
+            m_IsGone = true; // a request is only ever lost with its chip
+        }
+    }
+}
+
+bool KernelLines::isAnyRefused(const std::set<int>& bits) const {
+    return std::any_of(m_Refused.begin(), m_Refused.end(),
+                       [&](const auto& refused) { return bits.count(refused.first) != 0; });
+}
+
+bool KernelLines::isAnyUnsure(const std::set<int>& bits) const {
+    return std::any_of(bits.begin(), bits.end(), [this](int bit) {
+        return m_Silent.count(bit) != 0 || m_Unread.count(bit) != 0;
+    });
+}
+
+std::set<int> KernelLines::takeChanges() {
+    std::set<int> changes;
+    std::set_intersection(m_Changed.begin(), m_Changed.end(), m_Watched.begin(), m_Watched.end(),
+                          std::inserter(changes, changes.end()));
+    m_Changed.clear();
+    return changes;
+}
+
+KernelLine KernelLines::describe(int bit) const {
+    KernelLine line;
+    line.bit = bit;
+    line.role = m_Watched.count(bit) != 0 ? KernelLine::INPUT : KernelLine::AS_IS;
+    line.settings = GPIOLineTable::get(m_Group, bit);
+    line.isAlone = line.role == KernelLine::AS_IS && m_Chip->isOutput(bit);
+    line.isSilent = m_Silent.count(bit) != 0;
+    return line;
+}
+
+bool KernelLines::isHeld(int bit) const {
+    const auto held = m_Requests.find(bit);
+    if (held == m_Requests.end()) {
+        return false;
+    }
+    const std::vector<KernelLine>& lines = held->second->getLines();
+    const auto line = std::find_if(lines.begin(), lines.end(),
+                                   [bit](const KernelLine& each) { return each.bit == bit; });
+    return line->role != KernelLine::AS_IS || m_Watched.count(bit) == 0;
+}
+
+void KernelLines::take(const std::vector<KernelLine>& lines) {
+    std::vector<KernelLine> together;
+    for (const KernelLine& line : lines) {
+        if (line.isAlone) {
+            takeTogether({line});
+            continue;
+        }
+        together.push_back(line);
+        if (!KernelRequest::fit(together)) {
+            together.pop_back();
+            takeTogether(together);
+            together = {line};
+        }
+    }
+    takeTogether(together);
+}
+
+// One line that cannot be had must not cost the others. False when there was one.
+bool KernelLines::takeTogether(const std::vector<KernelLine>& lines) {
+    if (lines.empty()) {
+        return true;
+    }
+    if (const Request request = KernelRequest::open(*m_Chip, lines)) {
+        give(request);
+        return true;
+    }
+    if (lines.size() == 1) {
+        const KernelLine& line = lines.front();
+        if (line.role == KernelLine::INPUT && !line.isSilent && isForWantOfReports(errno)) {
+            return takeSilently(line);
+        }
+        m_Refused[line.bit] = explain(line.bit);
+        return false;
+    }
+    const auto middle = lines.begin() + static_cast<std::ptrdiff_t>(lines.size() / 2);
+    const bool first = takeTogether({lines.begin(), middle});
+    const bool second = takeTogether({middle, lines.end()});
+    m_IsScattered = m_IsScattered || !first || !second;
+    return first && second;
+}
+
+// Of the present errno. What is not reported can still be read.
+bool KernelLines::takeSilently(KernelLine line) {
+    const std::string cause = m_Chip->explain(line.bit, errno);
+    line.isSilent = true;
+    if (!takeTogether({line})) {
+        return false;
+    }
+    m_Silent.insert(line.bit);
+    const std::string text =
+        "group " + std::to_string(m_Group) + ", bit " + std::to_string(line.bit) +
+        " is looked at now and then, as its changes are not reported: " + cause;
+    Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
+    return true;
+}
+
+void KernelLines::give(const Request& request) {
+    for (const KernelLine& line : request->getLines()) {
+        if (m_Refused.erase(line.bit) != 0) {
+            m_Changed.insert(line.bit); // nobody knows since when
+        }
+        m_Requests[line.bit] = request;
+    }
+    epoll_event interest{};
+    interest.events = EPOLLIN;
+    epoll_ctl(m_Epoll.get(), EPOLL_CTL_ADD, request->getDescriptor(), &interest);
+}
+
+void KernelLines::pack() {
+    if (!m_IsScattered) {
+        return;
+    }
+    m_IsScattered = false;
+    std::set<Request> small;
+    for (const auto& held : m_Requests) {
+        if (held.second->hasRoom()) {
+            small.insert(held.second);
+        }
+    }
+    if (small.size() > 1) {
+        remake(small, -1);
+    }
+}
+
+// Makes a line free again, for another use.
+void KernelLines::release(int bit) {
+    const auto held = m_Requests.find(bit);
+    if (held != m_Requests.end()) {
+        std::set<Request> request{held->second};
+        remake(request, bit);
+    }
+}
+
+// Closed before they are asked for anew: a line has one holder. What changes in between is not
+// reported by the kernel, so the watched lines count as changed.
+void KernelLines::remake(std::set<Request>& requests, int without) {
+    std::vector<KernelLine> lines;
+    for (const Request& request : requests) {
+        epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, request->getDescriptor(), nullptr);
+        for (const KernelLine& line : request->getLines()) {
+            m_Requests.erase(line.bit);
+            if (line.role == KernelLine::INPUT) {
+                m_Changed.insert(line.bit);
+            }
+            if (line.bit != without) {
+                lines.push_back(line);
+            }
+        }
+    }
+    requests.clear();
+    std::sort(lines.begin(), lines.end(),
+              [](const KernelLine& one, const KernelLine& other) { return one.bit < other.bit; });
+    take(lines);
+}
+
+// Of the present errno.
+std::string KernelLines::explain(int bit) {
+    m_IsGone = m_IsGone || errno == ENODEV;
+    return m_Chip->explain(bit, errno);
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "board/gpio/kernel/KernelLine.h"
+#include "board/runtime/FileDescriptor.h"
+
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+class KernelChip;
+
+/// Up to 64 lines of a chip that the kernel has given to this process, until the object goes. Not
+/// thread-safe. A failed operation leaves its cause in errno.
+class KernelRequest {
+public:
+    /// True when the kernel can take these lines in one request.
+    static bool fit(const std::vector<KernelLine>& lines);
+
+    /// Asks for lines that fit; outputs start with `level`. Null on failure.
+    static std::unique_ptr<KernelRequest> open(const KernelChip& chip,
+                                               const std::vector<KernelLine>& lines, int level = 0);
+
+    /// Readable when a line that is an input has changed.
+    int getDescriptor() const { return m_Request.get(); }
+
+    const std::vector<KernelLine>& getLines() const { return m_Lines; }
+
+    /// True when more lines could be in it.
+    bool hasRoom() const;
+
+    /// Reads the lines whose bits are the keys, in one system call. Other keys are left alone.
+    bool read(std::map<int, int>& levels) const;
+
+    /// Makes the only line an output with this level, or gives the output it is this level.
+    bool drive(const GPIOLineSettings& settings, int level);
+
+    /// Takes the pending changes: adds the bits of the lines.
+    bool takeChanges(std::set<int>& bits) const;
+
+private:
+    KernelRequest(FileDescriptor request, const std::vector<KernelLine>& lines)
+        : m_Request(std::move(request)), m_Lines(lines) {}
+
+    const FileDescriptor m_Request;
+    std::vector<KernelLine> m_Lines;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "board/gpio/bank/GPIOBank.h"
+#include "platform/base/Mutex.h"
+
+#include <map>
+#include <string>
+
+/// A bank made of files: a directory with one file per line, named by the bit, that holds the
+/// level as "0" or "1", white space behind it allowed. Any process may read and write the files.
+///
+/// A line with a debounce time keeps the level it had until its file has been left alone for that
+/// long; a file that is written again and again does not count as a new level.
+class SimulatedBank : public GPIOBank {
+public:
+    /// Milliseconds: how coarse the times of files are.
+    static constexpr int CLOCK_TICK = 10;
+
+    SimulatedBank(const std::string& device, int group);
+
+    /// True when the file of a line has not been written for this time, in milliseconds.
+    static bool hasHeld(const std::string& path, int time);
+
+    bool isCurrent(const struct stat& entry) override;
+    void read(const std::vector<GPIOReading*>& readings) override;
+    bool drive(int bit, int level, std::string& cause) override;
+    std::unique_ptr<GPIOBankWatch> watch(std::string& cause) override;
+
+private:
+    std::string lineFile(int bit) const;
+    int debounce(int bit, int level);
+
+    const std::string m_Device;
+    const int m_Group;
+    const std::string m_Entry; // of the bank in the device's directory
+    XQMutex m_Mutex;
+    std::map<int, int> m_Held NVRHW_GUARDED_BY(m_Mutex); // the levels of lines with a debounce time
+};
