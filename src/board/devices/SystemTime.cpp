@@ -5,8 +5,10 @@
 #include "board/documents/ConfigError.h"
 #include "board/documents/TextFile.h"
 #include "board/documents/XmlElement.h"
+#include "platform/base/Mutex.h"
 
 #include <ctime>
+#include <functional>
 
 namespace {
 
@@ -54,45 +56,50 @@ void setSystemClock(const DateTime& utc) {
 
 } // namespace
 
-SystemTime::SystemTime() = default;
+struct SystemTime::Impl {
+    XQMutex mutex{};                             ///< held for each operation
+    Settings settings NVRHW_GUARDED_BY(mutex){}; ///< without a path when no clock is configured
+
+    int withClock(int line, const std::function<void(const HardwareClock&)>& action) {
+        const XQMutexManager guard(mutex, SOURCE, line);
+        const Settings used = settings;
+        return guarded<std::runtime_error>(SOURCE, SOURCE, line, [&] {
+            if (used.path.empty()) {
+                throw std::runtime_error("no real-time clock is configured");
+            }
+            action(HardwareClock(used.path, used.isUtc));
+        });
+    }
+};
+
+SystemTime::SystemTime() : m_Impl(new Impl) {}
 
 SystemTime::~SystemTime() = default;
 
 int SystemTime::init() {
-    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const XQMutexManager guard(m_Impl->mutex, SOURCE, __LINE__);
     Settings settings;
     const int result = ConfigError::guard(SOURCE, SOURCE, __LINE__,
                                           [&] { settings = readSettings(m_ConfigFileName); });
-    m_DevicePath = settings.path;
-    m_IsUtc = settings.isUtc;
+    m_Impl->settings = settings;
     return result;
 }
 
-int SystemTime::withClock(int line, const std::function<void(const HardwareClock&)>& action) {
-    const XQMutexManager guard(m_Mutex, SOURCE, line);
-    const Settings settings{m_DevicePath, m_IsUtc};
-    return guarded<std::runtime_error>(SOURCE, SOURCE, line, [&] {
-        if (settings.path.empty()) {
-            throw std::runtime_error("no real-time clock is configured");
-        }
-        action(HardwareClock(settings.path, settings.isUtc));
-    });
-}
-
 int SystemTime::getHardwareTime(DateTime& utc) {
-    return withClock(__LINE__, [&](const HardwareClock& clock) { utc = clock.read(); });
+    return m_Impl->withClock(__LINE__, [&](const HardwareClock& clock) { utc = clock.read(); });
 }
 
 int SystemTime::setHardwareTime(const DateTime& utc) {
-    return withClock(__LINE__, [&](const HardwareClock& clock) { clock.set(utc); });
+    return m_Impl->withClock(__LINE__, [&](const HardwareClock& clock) { clock.set(utc); });
 }
 
 int SystemTime::setSystemFromHardware() {
-    return withClock(__LINE__, [](const HardwareClock& clock) { setSystemClock(clock.read()); });
+    return m_Impl->withClock(__LINE__,
+                             [](const HardwareClock& clock) { setSystemClock(clock.read()); });
 }
 
 int SystemTime::setHardwareFromSystem() {
-    return withClock(__LINE__, [](const HardwareClock& clock) {
+    return m_Impl->withClock(__LINE__, [](const HardwareClock& clock) {
         clock.set(CalendarTime::fromSeconds(std::time(nullptr)));
     });
 }

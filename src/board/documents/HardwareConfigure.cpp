@@ -63,9 +63,24 @@ SafePointer<GPIOSignalConfigItem> readItem(const XmlElement& item) {
 
 } // namespace
 
+struct GPIOSignalConfigure::Impl {
+    std::string section;
+    std::string fileName;
+};
+
+GPIOSignalConfigure::GPIOSignalConfigure() : m_Impl(new Impl) {}
+
+GPIOSignalConfigure::~GPIOSignalConfigure() = default;
+
+void GPIOSignalConfigure::setConfigName(const std::string& name) { m_Impl->section = name; }
+
+void GPIOSignalConfigure::setConfigFileName(const std::string& fileName) {
+    m_Impl->fileName = fileName;
+}
+
 int GPIOSignalConfigure::getConfig(SafePointer<HardwareConfigItemList>& list) {
     return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
-        const XmlElement section = XmlElement::readRoot(m_ConfigFileName).child(m_ConfigName);
+        const XmlElement section = XmlElement::readRoot(m_Impl->fileName).child(m_Impl->section);
         const SafePointer<HardwareConfigItemList> items(new (SOURCE, __LINE__)
                                                             HardwareConfigItemList);
         std::vector<SafePointer<GPIOSignalConfigItem>> signals;

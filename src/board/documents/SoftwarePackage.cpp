@@ -16,6 +16,12 @@ constexpr char COMPONENTS[] = "components";
 
 } // namespace
 
+struct SoftwarePackageParser::Impl {}; // nothing is kept from one file to the next
+
+SoftwarePackageParser::SoftwarePackageParser() = default;
+
+SoftwarePackageParser::~SoftwarePackageParser() = default;
+
 int SoftwarePackageParser::parse(const std::string& fileName, SoftwarePackage& package) {
     return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
         const IniFile file(GlobalEnv::getInstance()->resolve(fileName));
