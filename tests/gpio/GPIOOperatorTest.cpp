@@ -6,12 +6,43 @@
 #include "support/ManualClock.h"
 
 #include <atomic>
-#include <filesystem>
-#include <fstream>
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <thread>
 #include <utility>
+
+namespace {
+
+/// The calls that reach the operator's thread: written down here, then passed on to the real ones.
+struct ThreadCalls {
+    template <typename Result, typename Thread>
+    static Result pass(const char* name, const char* symbol, Thread* thread) {
+        s_Journal += s_Kept ? std::string(s_Journal.empty() ? "" : " ") + name : "";
+        return reinterpret_cast<Result (*)(Thread*)>(dlsym(RTLD_NEXT, symbol))(thread);
+    }
+    static std::string take() { return std::exchange(s_Journal, {}); }
+
+    static inline bool s_Kept = false;    // while only one thread at a time makes them
+    static inline bool s_Late = false;    // says that it runs only when it is no longer late
+    static inline bool s_Refuses = false; // to be started, as a late one the second time
+    static inline std::string s_Journal;
+};
+
+} // namespace
+
+int GThread::running() const {
+    const int real = ThreadCalls::pass<int>("running", "_ZNK7GThread7runningEv", this);
+    return ThreadCalls::s_Late ? 0 : real;
+}
+
+int GThread::start() {
+    return std::exchange(ThreadCalls::s_Refuses, ThreadCalls::s_Refuses || ThreadCalls::s_Late)
+               ? 0
+               : ThreadCalls::pass<int>("start", "_ZN7GThread5startEv", this);
+}
+
+void GThread::stop() { ThreadCalls::pass<void>("stop", "_ZN7GThread4stopEv", this); }
 
 namespace {
 
@@ -75,33 +106,16 @@ TEST(GPIOOperateRecord, JudgesItsTimesAtTheBoundaries) {
     }
 }
 
-bool workerRuns() {
-    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
-        std::string name;
-        std::getline(std::ifstream(task.path() / "comm"), name);
-        if (name == "GPIOOperationTh") {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// A thread that was joined may stay listed for a moment.
-bool workerEnds() {
-    for (int i = 0; workerRuns() && i < 100000; ++i) {
-        std::this_thread::yield();
-    }
-    return !workerRuns();
-}
-
 /// Passes are run by the test, in virtual time; the operator's own worker is parked in its first
 /// wait.
 class GPIOOperatorTest : public testing::Test {
 protected:
     GPIOOperatorTest() : m_Driver(new ("test", __LINE__) FakeGPIO) {
         m_Operator.setGPIO(SafePointer<IGPIO>(m_Driver));
+        ThreadCalls::s_Kept = true;
+        ThreadCalls::take();
     }
-    ~GPIOOperatorTest() noexcept override {}
+    ~GPIOOperatorTest() noexcept override { ThreadCalls::s_Kept = false; }
 
     std::string journalAfter(int passes) {
         for (int i = 0; i < passes; ++i) {
@@ -130,7 +144,7 @@ TEST_F(GPIOOperatorTest, CarriesOutEachModeOnThePassGrid) {
         {"hold for good", HOLD, 1, 0, 0, 0, 4, "0:2/1=1", false},
         {"hold for a time", HOLD, 1, 0, 0, 420, 12, "0:2/1=1 450:2/1=0", false},
         {"hold to a boundary", HOLD, 1, 0, 0, 500, 12, "0:2/1=1 500:2/1=0 550:2/1=0", false},
-        {"toggle, stop level", TOGGLE, 1, 1, 4, 800, 20,
+        {"toggle, stop level", TOGGLE, 1, 2, 4, 800, 20,
          "0:2/1=1 250:2/1=0 500:2/1=1 750:2/1=0 850:2/1=1", false},
         {"toggle off the grid", TOGGLE, 0, 0, 7, 0, 8, "0:2/1=0 150:2/1=1 300:2/1=0", true},
         {"toggle at every pass", TOGGLE, 7, 0, 0, 0, 3, "0:2/1=7 50:2/1=0 100:2/1=1 150:2/1=0",
@@ -173,18 +187,22 @@ TEST_F(GPIOOperatorTest, RestartsTheRecordOfALine) {
 }
 
 TEST_F(GPIOOperatorTest, RunsTheWorkerWhileThereAreRecords) {
-    EXPECT_TRUE(workerEnds()) << "that of the test before";
     m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
+    EXPECT_EQ(ThreadCalls::take(), "running start");
     m_Operator.set(0, 2, TOGGLE, 1, 0, 1, 0);
-    EXPECT_TRUE(workerRuns());
+    m_Operator.set(0, 2, TOGGLE, 0, 0, 1, 0);
+    EXPECT_EQ(ThreadCalls::take(), "running running");
     m_Operator.set(0, 2, HOLD, 0, 0, 0, 0);
-    EXPECT_TRUE(workerRuns());
-    journalAfter(1);
-    EXPECT_TRUE(workerRuns()) << "a pass does not stop it";
+    EXPECT_EQ(journalAfter(1), "0:0/1=1 0:0/2=1 0:0/2=0 0:0/2=0 50:0/1=0");
+    EXPECT_EQ(ThreadCalls::take(), "") << "neither another record's end nor a pass stops it";
     m_Operator.set(5, 5, HOLD, 0, 0, 0, 0);
-    EXPECT_TRUE(workerEnds()) << "a cancellation that finds no record does";
-    m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
-    EXPECT_TRUE(workerRuns());
+    EXPECT_EQ(ThreadCalls::take(), "stop") << "a cancellation that finds no record does";
+
+    ThreadCalls::s_Late = true;
+    EXPECT_EQ(m_Operator.set(0, 1, HOLD, 1, 0, 0, 40), 1);
+    EXPECT_TRUE(hasRecord(0, 1));
+    EXPECT_EQ(ThreadCalls::take(), "running start");
+    ThreadCalls::s_Late = ThreadCalls::s_Refuses = false;
 }
 
 // The worker drives between the caller's own drive and the change of the record: the level that
@@ -196,40 +214,66 @@ TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
     } rows[] = {{HOLD, 1, 0, false}, {HOLD, 1, 5000, true}, {TOGGLE, 1, 5000, true}};
     for (const auto& row : rows) {
         m_Operator.set(0, 1, HOLD, 0, 0, 0, 40); // over at the next pass
-        bool between = true;
+        m_Operator.set(0, 2, TOGGLE, 0, 0, 0, 0);
+        int drives = 0;
         m_Driver->m_OnDrive = [&](FakeGPIO::Line, int) {
-            if (std::exchange(between, false)) {
+            if (++drives == 1) {
                 m_Operator.execOperation();
+            } else if (drives == 3) {
+                m_Operator.stop();
             }
         };
+        ThreadCalls::take();
         m_Operator.set(0, 1, row.mode, row.level, 0, 1, row.timeOut);
         int level = -1;
         m_Operator.get(0, 1, level);
         EXPECT_EQ(level, 1) << row.timeOut;
         EXPECT_EQ(hasRecord(0, 1), row.recordLeft);
+        EXPECT_EQ(ThreadCalls::take(), row.recordLeft ? "running stop running start" : "stop")
+            << "served again after another caller's stop";
+
+        drives = 0; // now the worker drives the other line alone: no reason to drive twice
+        m_Operator.set(0, 1, row.mode, row.level, 0, 1, row.timeOut);
+        EXPECT_EQ(drives, 2);
         m_Driver->m_OnDrive = nullptr;
     }
 }
 
+// A pass hangs in the driver, and what it drives changes last.
+TEST_F(GPIOOperatorTest, AHangingPassKeepsNoLineFromBeingDriven) {
+    m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
+    m_Driver->takeJournal();
+    Gate driven;
+    std::thread siren;
+    std::thread again;
+    m_Driver->m_OnDrive = [&](FakeGPIO::Line, int level) {
+        if (level == 1) {
+            driven.open();
+            return;
+        }
+        siren = std::thread([&] { m_Operator.set(0, 2, HOLD, 1, 0, 0, 0); });
+        EXPECT_TRUE(driven.wait(1));
+        again = std::thread([&] { m_Operator.set(0, 1, HOLD, 1, 0, 0, 5000); });
+        EXPECT_TRUE(driven.wait(2));
+        m_Driver->setLevel(0, 1, 0);
+    };
+    m_Operator.execOperation();
+    siren.join();
+    again.join();
+    EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=0 50:0/2=1 50:0/1=1 50:0/1=1");
+}
+
 TEST_F(GPIOOperatorTest, SaysWhenTheWorkerCannotStart) {
     GlobalEnv::getInstance()->setPrintFlag(1);
-    pthread_attr_t usual;
-    pthread_getattr_default_np(&usual);
-    pthread_attr_t absurd;
-    pthread_attr_init(&absurd);
-    pthread_attr_setstacksize(&absurd, ~std::size_t{0xFFFF}); // no address space has it
-    pthread_setattr_default_np(&absurd);
-
+    ThreadCalls::s_Refuses = true;
     testing::internal::CaptureStdout();
     EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 0);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "start gpio thread fail\n");
     EXPECT_EQ(m_Driver->takeJournal(), "0:0/1=1");
     EXPECT_FALSE(hasRecord(0, 1));
-
-    pthread_setattr_default_np(&usual);
+    ThreadCalls::s_Refuses = false;
     GlobalEnv::getInstance()->setPrintFlag(0);
     EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 1);
-    EXPECT_TRUE(workerRuns());
 }
 
 /// Time that runs as fast as the worker can make passes.
@@ -256,6 +300,9 @@ TEST(GPIOOperatorRace, EveryRecordIsServed) {
     Gate ended;
     driver->m_OnDrive = [&](FakeGPIO::Line line, int level) {
         if (line == FakeGPIO::Line{1, 1} && level == 0) {
+            char name[16];
+            pthread_getname_np(pthread_self(), name, sizeof(name));
+            EXPECT_STREQ(name, "GPIOOperationTh"); // as much of it as the kernel keeps
             ended.open();
         }
     };
