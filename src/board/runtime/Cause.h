@@ -12,7 +12,7 @@ struct Cause {
     std::string where{}; ///< the file or device, as it was opened
     int line = 0;        ///< of the file `where`, counted from 1; 0 for the file as a whole
     int error = 0;       ///< the errno; 0 when the system has not refused anything
-    int bit = -1;        ///< of the GPIO bank `where`, counted from 0; -1 for the bank as a whole
+    int bit = -1;        ///< of the line of the board; -1 when it is no line, or the whole bank
 
     /// With the present errno.
     static Cause fromErrno(const std::string& where, const std::string& what = "") {
