@@ -14,6 +14,9 @@
 /// when the table is made. Thread-safe.
 class GPIOBankTable {
 public:
+    /// The device that is used where nobody names another, below the root directory.
+    static constexpr char DEVICE[] = "/dev/gpiodrv";
+
     /// The table of this device, one for the whole process as long as anybody holds it.
     static std::shared_ptr<GPIOBankTable> of(const std::string& device);
 

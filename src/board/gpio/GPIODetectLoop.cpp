@@ -7,7 +7,6 @@
 
 #include <iterator>
 #include <poll.h>
-#include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <utility>
 
@@ -23,7 +22,7 @@ bool GPIODetectLoop::open(const std::string& device, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     forgetLines();
     m_Banks.reset();
-    if (!m_Epoll.isValid() && !makeDescriptors(cause)) {
+    if (!m_Epoll.has_value() && !makeDescriptors(cause)) {
         return false;
     }
     const auto banks = GPIOBankTable::of(device);
@@ -35,15 +34,12 @@ bool GPIODetectLoop::open(const std::string& device, Cause& cause) {
 }
 
 bool GPIODetectLoop::makeDescriptors(Cause& cause) {
-    FileDescriptor epoll(epoll_create1(EPOLL_CLOEXEC));
+    m_Epoll.emplace();
     m_Wake = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-    epoll_event interest{};
-    interest.events = EPOLLIN;
-    if (epoll_ctl(epoll.get(), EPOLL_CTL_ADD, m_Wake.get(), &interest) != 0) {
-        cause = Cause::fromErrno("", "epoll_ctl");
+    if (!m_Epoll->add(m_Wake.get(), cause)) {
+        m_Epoll.reset();
         return false;
     }
-    m_Epoll = std::move(epoll);
     return true;
 }
 
@@ -138,10 +134,7 @@ bool GPIODetectLoop::beginWatch(int number, Group& group, Cause& cause) {
             return false;
         }
     }
-    epoll_event interest{};
-    interest.events = EPOLLIN;
-    if (epoll_ctl(m_Epoll.get(), EPOLL_CTL_ADD, watch->getDescriptor(), &interest) != 0) {
-        cause = Cause::fromErrno("", "epoll_ctl");
+    if (!m_Epoll->add(watch->getDescriptor(), cause)) {
         return false;
     }
     endWatch(group);
@@ -149,10 +142,9 @@ bool GPIODetectLoop::beginWatch(int number, Group& group, Cause& cause) {
     return true;
 }
 
-// Taken out by hand: a descriptor that a child process inherited would stay in the epoll.
 void GPIODetectLoop::endWatch(Group& group) {
     if (group.watch != nullptr) {
-        epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, group.watch->getDescriptor(), nullptr);
+        m_Epoll->remove(group.watch->getDescriptor());
         group.watch.reset();
     }
 }
@@ -172,7 +164,7 @@ bool GPIODetectLoop::waitForEvents() {
     StopSignal& stop = *StopSignal::ofThisThread();
     const int stopDescriptor = stop.getDescriptor();
     const int limit = stopDescriptor >= 0 ? timeout() : RETRY_INTERVAL;
-    pollfd sources[] = {{stopDescriptor, POLLIN, 0}, {m_Epoll.get(), POLLIN, 0}};
+    pollfd sources[] = {{stopDescriptor, POLLIN, 0}, {m_Epoll->getDescriptor(), POLLIN, 0}};
     poll(sources, std::size(sources), limit);
     return !stop.isRequested();
 }

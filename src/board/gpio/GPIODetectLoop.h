@@ -1,6 +1,7 @@
 #pragma once
 
 #include "board/gpio/GPIOBankTable.h"
+#include "board/gpio/bank/Epoll.h"
 #include "board/gpio/bank/GPIOBankWatch.h"
 #include "board/runtime/FileDescriptor.h"
 #include "platform/GpioDetect.h"
@@ -8,8 +9,8 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
-#include <string>
 
 /// What a detector's thread does: waits for changes of the watched lines and calls the handler.
 /// Shared with a pass in progress, so that the handler may destroy the detector. Thread-safe; the
@@ -54,7 +55,7 @@ private:
     XQMutex m_Mutex;
     // All watches behind one descriptor, so that lines can be added while a pass waits for it. Made
     // by the first open(), before there is a thread.
-    FileDescriptor m_Epoll;
+    std::optional<Epoll> m_Epoll;
     FileDescriptor m_Wake; // written when what a pass waits for has changed
     std::shared_ptr<GPIOBankTable> m_Banks NVRHW_GUARDED_BY(m_Mutex);
     std::map<int, Group> m_Groups NVRHW_GUARDED_BY(m_Mutex);

@@ -10,6 +10,16 @@ constexpr const char* FAILS[] = {
     " cannot be read: ", " cannot be driven: ", " cannot be watched: "};
 constexpr const char* WORKS[] = {" can be read again", " can be driven again", " is watched again"};
 
+std::string groupName(int group) { return "group " + std::to_string(group); }
+
+std::string lineName(int group, int bit) {
+    return groupName(group) + ", bit " + std::to_string(bit);
+}
+
+void write(const std::string& record) {
+    Logger::writeLog("GPIOError", record.c_str(), SOURCE, __LINE__);
+}
+
 } // namespace
 
 bool GPIOFaultBook::find(Operation operation, int group, int bit, Cause& cause) {
@@ -30,15 +40,15 @@ void GPIOFaultBook::note(Operation operation, int group, int bit, const Cause& c
     if (!enter(key(operation, group, bit), cause, failures)) {
         return;
     }
-    std::string text = "group " + std::to_string(group);
-    if (operation != WATCH) {
-        text += ", bit " + std::to_string(bit);
-    }
-    text += cause ? FAILS[operation] + cause.text() : WORKS[operation];
+    std::string text = cause ? FAILS[operation] + cause.text() : WORKS[operation];
     if (failures != 0) {
         text += " (failed " + std::to_string(failures) + " times before)";
     }
-    Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
+    write((operation == WATCH ? groupName(group) : lineName(group, bit)) + text);
+}
+
+void GPIOFaultBook::tell(int group, int bit, const std::string& text) {
+    write(lineName(group, bit) + text);
 }
 
 // True when this is news; then `failures` is how often it had failed for the cause before.

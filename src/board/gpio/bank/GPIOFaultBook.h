@@ -19,6 +19,9 @@ public:
     /// whole group, whatever the bit.
     void note(Operation operation, int group, int bit, const Cause& cause);
 
+    /// Logs what else is to be known of a line: "group G, bit B" and the text.
+    static void tell(int group, int bit, const std::string& text);
+
     /// Why the last attempt failed; false, and `cause` untouched, when it did not.
     bool find(Operation operation, int group, int bit, Cause& cause);
 

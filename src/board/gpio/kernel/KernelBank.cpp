@@ -5,7 +5,6 @@
 #include "board/runtime/Cause.h"
 
 #include <algorithm>
-#include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <sys/stat.h>
 #include <utility>
@@ -15,12 +14,6 @@ namespace {
 constexpr char SOURCE[] = "KernelBank";
 
 Cause gone(const std::string& path) { return {"", path, 0, ENODEV}; }
-
-bool listen(const FileDescriptor& epoll, int descriptor) {
-    epoll_event interest{};
-    interest.events = EPOLLIN;
-    return epoll_ctl(epoll.get(), EPOLL_CTL_ADD, descriptor, &interest) == 0;
-}
 
 } // namespace
 
@@ -33,8 +26,8 @@ std::shared_ptr<GPIOBank> KernelBank::open(const std::string& device, int group,
 
 KernelBank::KernelBank(const std::string& device, int group,
                        const std::shared_ptr<GPIOFaultBook>& book)
-    : m_Device(device), m_Group(group), m_Path(device + "/" + std::to_string(group)), m_Book(book),
-      m_Epoll(epoll_create1(EPOLL_CLOEXEC)) {}
+    : m_Device(device), m_Group(group), m_Path(device + "/" + std::to_string(group)), m_Book(book) {
+}
 
 bool KernelBank::begin(Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
@@ -46,25 +39,14 @@ bool KernelBank::begin(Cause& cause) {
         return false;
     }
     m_Lines = std::make_unique<KernelLines>(std::move(chip), m_Group);
-    if (!listen(m_Epoll, m_Lines->getDescriptor())) {
-        cause = Cause::fromErrno("", "epoll_ctl");
-        return false;
-    }
-    return true;
+    return m_Epoll.add(m_Lines->getDescriptor(), cause);
 }
 
 bool KernelBank::guardEntry(Cause& cause) {
-    // By hand: a descriptor that a child process inherited would stay in the epoll.
-    epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, m_Sentinel.getDescriptor(), nullptr);
+    m_Epoll.remove(m_Sentinel.getDescriptor());
     m_Sentinel = EntrySentinel();
-    if (!m_Sentinel.begin(m_Device, std::to_string(m_Group), cause)) {
-        return false;
-    }
-    if (!listen(m_Epoll, m_Sentinel.getDescriptor())) {
-        cause = Cause::fromErrno("", "epoll_ctl");
-        return false;
-    }
-    return true;
+    return m_Sentinel.begin(m_Device, std::to_string(m_Group), cause) &&
+           m_Epoll.add(m_Sentinel.getDescriptor(), cause);
 }
 
 bool KernelBank::isCurrent(const struct stat& entry) {

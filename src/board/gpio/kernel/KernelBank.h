@@ -1,10 +1,10 @@
 #pragma once
 
-#include "board/gpio/bank/EntrySentinel.h"
+#include "board/gpio/bank/Epoll.h"
 #include "board/gpio/bank/GPIOBank.h"
 #include "board/gpio/bank/GPIOFaultBook.h"
+#include "board/gpio/kernel/EntrySentinel.h"
 #include "board/gpio/kernel/KernelLines.h"
-#include "board/runtime/FileDescriptor.h"
 #include "platform/base/Mutex.h"
 
 #include <map>
@@ -45,7 +45,7 @@ public:
     bool isComplete(const KernelWatch& watch);
 
     /// Readable when any watch should drain.
-    int getDescriptor() const { return m_Epoll.get(); }
+    int getDescriptor() const { return m_Epoll.getDescriptor(); }
 
 private:
     struct Watcher {
@@ -69,7 +69,7 @@ private:
     const int m_Group;
     const std::string m_Path; // of the entry
     const std::shared_ptr<GPIOFaultBook> m_Book;
-    const FileDescriptor m_Epoll; // over the lines and the sentinel
+    const Epoll m_Epoll; // over the lines and the sentinel
     XQMutex m_Mutex;
     EntrySentinel m_Sentinel NVRHW_GUARDED_BY(m_Mutex);
     std::unique_ptr<KernelLines> m_Lines NVRHW_GUARDED_BY(m_Mutex); // null when the chip is gone

@@ -1,17 +1,13 @@
 #include "board/gpio/kernel/KernelLines.h"
 
-#include "board/gpio/bank/GPIOLineTable.h"
-#include "board/runtime/Cause.h"
-#include "platform/Diagnostics.h"
+#include "board/gpio/bank/GPIOFaultBook.h"
+#include "board/gpio/bank/GPIOLineSettingsTable.h"
 
 #include <algorithm>
 #include <iterator>
-#include <sys/epoll.h>
 #include <utility>
 
 namespace {
-
-constexpr char SOURCE[] = "KernelLines";
 
 // Failures that say that the kernel cannot report the changes of a line: it has no interrupt, or
 // none for both edges.
@@ -20,12 +16,11 @@ bool isForWantOfReports(int error) { return error == ENXIO || error == EINVAL; }
 } // namespace
 
 KernelLines::KernelLines(std::unique_ptr<KernelChip> chip, int group)
-    : m_Chip(std::move(chip)), m_Group(group), m_Epoll(epoll_create1(EPOLL_CLOEXEC)) {}
+    : m_Chip(std::move(chip)), m_Group(group) {}
 
-// A child process may have inherited descriptors, which would stay in the epoll: see give().
 KernelLines::~KernelLines() {
     for (const auto& held : m_Requests) {
-        epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, held.second->getDescriptor(), nullptr);
+        m_Epoll.remove(held.second->getDescriptor());
     }
 }
 
@@ -104,7 +99,7 @@ bool KernelLines::drive(int bit, int level, Cause& cause) {
         release(bit); // an input: it has no level to lose
         held = m_Requests.end();
     }
-    const KernelLine line{bit, KernelLine::OUTPUT, GPIOLineTable::get(m_Group, bit)};
+    const KernelLine line{bit, KernelLine::OUTPUT, GPIOLineSettingsTable::get(m_Group, bit)};
     bool done = false;
     if (held != m_Requests.end()) {
         done = held->second->drive(line.settings, level);
@@ -157,7 +152,7 @@ KernelLine KernelLines::describe(int bit) const {
     KernelLine line;
     line.bit = bit;
     line.role = m_Watched.count(bit) != 0 ? KernelLine::INPUT : KernelLine::AS_IS;
-    line.settings = GPIOLineTable::get(m_Group, bit);
+    line.settings = GPIOLineSettingsTable::get(m_Group, bit);
     line.isAlone = line.role == KernelLine::AS_IS && m_Chip->isOutput(bit);
     line.isSilent = m_Silent.count(bit) != 0;
     return line;
@@ -223,10 +218,9 @@ bool KernelLines::takeSilently(KernelLine line) {
         return false;
     }
     m_Silent.insert(line.bit);
-    const std::string text =
-        "group " + std::to_string(m_Group) + ", bit " + std::to_string(line.bit) +
-        " is looked at now and then, as its changes are not reported: " + cause.text();
-    Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
+    GPIOFaultBook::tell(m_Group, line.bit,
+                        " is looked at now and then, as its changes are not reported: " +
+                            cause.text());
     return true;
 }
 
@@ -237,9 +231,8 @@ void KernelLines::give(const Request& request) {
         }
         m_Requests[line.bit] = request;
     }
-    epoll_event interest{};
-    interest.events = EPOLLIN;
-    epoll_ctl(m_Epoll.get(), EPOLL_CTL_ADD, request->getDescriptor(), &interest);
+    Cause ignored;
+    m_Epoll.add(request->getDescriptor(), ignored);
 }
 
 void KernelLines::pack() {
@@ -272,7 +265,7 @@ void KernelLines::release(int bit) {
 void KernelLines::remake(std::set<Request>& requests, int without) {
     std::vector<KernelLine> lines;
     for (const Request& request : requests) {
-        epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, request->getDescriptor(), nullptr);
+        m_Epoll.remove(request->getDescriptor());
         for (const KernelLine& line : request->getLines()) {
             m_Requests.erase(line.bit);
             if (line.role == KernelLine::INPUT) {

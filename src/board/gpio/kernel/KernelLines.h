@@ -1,9 +1,9 @@
 #pragma once
 
+#include "board/gpio/bank/Epoll.h"
 #include "board/gpio/bank/GPIOBank.h"
 #include "board/gpio/kernel/KernelChip.h"
 #include "board/gpio/kernel/KernelRequest.h"
-#include "board/runtime/FileDescriptor.h"
 
 #include <map>
 #include <memory>
@@ -25,7 +25,7 @@ public:
     ~KernelLines();
 
     /// Readable when collect() has something to find.
-    int getDescriptor() const { return m_Epoll.get(); }
+    int getDescriptor() const { return m_Epoll.getDescriptor(); }
 
     /// Marks a line as one whose changes count; hold() then makes it an input. A line that this
     /// process drives stays an output, and each drive counts as a change.
@@ -76,7 +76,7 @@ private:
 
     const std::unique_ptr<KernelChip> m_Chip;
     const int m_Group;
-    const FileDescriptor m_Epoll; // over all requests with inputs
+    const Epoll m_Epoll; // over all requests with inputs
     std::map<int, Request> m_Requests;
     std::map<int, Cause> m_Refused; // lines that somebody wants, with the causes
     std::set<int> m_Silent;         // lines whose changes the kernel cannot report

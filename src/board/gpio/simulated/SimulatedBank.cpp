@@ -1,6 +1,6 @@
 #include "board/gpio/simulated/SimulatedBank.h"
 
-#include "board/gpio/bank/GPIOLineTable.h"
+#include "board/gpio/bank/GPIOLineSettingsTable.h"
 #include "board/gpio/simulated/SimulatedWatch.h"
 #include "board/runtime/Cause.h"
 #include "board/runtime/FileDescriptor.h"
@@ -152,7 +152,7 @@ bool SimulatedBank::hasHeld(const std::string& path, int time) {
 
 // The file is looked at after its content: a level that comes in between counts as young.
 int SimulatedBank::debounce(int bit, int level) {
-    const int time = GPIOLineTable::get(m_Group, bit).debounce;
+    const int time = GPIOLineSettingsTable::get(m_Group, bit).debounce;
     if (time == 0) {
         return level;
     }

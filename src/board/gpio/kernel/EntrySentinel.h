@@ -1,7 +1,6 @@
 #pragma once
 
-#include "board/runtime/Cause.h"
-#include "board/runtime/FileDescriptor.h"
+#include "board/gpio/bank/DirectoryEvents.h"
 
 #include <set>
 #include <string>
@@ -14,7 +13,7 @@ public:
     bool begin(const std::string& directory, const std::string& entry, Cause& cause);
 
     /// Readable when isDisturbed() has something to find.
-    int getDescriptor() const { return m_Inotify.get(); }
+    int getDescriptor() const { return m_Events.getDescriptor(); }
 
     /// True when something has happened since the last call. Does not block.
     bool isDisturbed();
@@ -22,6 +21,6 @@ public:
 private:
     bool observe(const std::string& directory, const std::string& name, Cause& cause);
 
-    FileDescriptor m_Inotify;
-    std::set<std::pair<int, std::string>> m_Names; // each with the watch of its directory
+    DirectoryEvents m_Events;
+    std::set<std::pair<int, std::string>> m_Names; // each with the number of its directory
 };
