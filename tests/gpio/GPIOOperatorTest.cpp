@@ -27,6 +27,7 @@ struct ThreadCalls {
     static inline bool s_Late = false;    // says that it runs only when it is no longer late
     static inline bool s_Refuses = false; // to be started, as a late one the second time
     static inline std::string s_Journal;
+    static inline Gate* s_Stops = nullptr; // opened before a stop is passed on
 };
 
 } // namespace
@@ -42,7 +43,12 @@ int GThread::start() {
                : ThreadCalls::pass<int>("start", "_ZN7GThread5startEv", this);
 }
 
-void GThread::stop() { ThreadCalls::pass<void>("stop", "_ZN7GThread4stopEv", this); }
+void GThread::stop() {
+    if (ThreadCalls::s_Stops != nullptr) {
+        ThreadCalls::s_Stops->open();
+    }
+    ThreadCalls::pass<void>("stop", "_ZN7GThread4stopEv", this);
+}
 
 namespace {
 
@@ -216,15 +222,21 @@ TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
         m_Operator.set(0, 1, HOLD, 0, 0, 0, 40); // over at the next pass
         m_Operator.set(0, 2, TOGGLE, 0, 0, 0, 0);
         int drives = 0;
+        Gate stops;
+        std::thread stopper;
         m_Driver->m_OnDrive = [&](FakeGPIO::Line, int) {
             if (++drives == 1) {
                 m_Operator.execOperation();
             } else if (drives == 3) {
-                m_Operator.stop();
+                stopper = std::thread([&] { m_Operator.stop(); });
+                EXPECT_TRUE(stops.wait());
             }
         };
+        ThreadCalls::s_Stops = &stops;
         ThreadCalls::take();
         m_Operator.set(0, 1, row.mode, row.level, 0, 1, row.timeOut);
+        stopper.join();
+        ThreadCalls::s_Stops = nullptr;
         int level = -1;
         m_Operator.get(0, 1, level);
         EXPECT_EQ(level, 1) << row.timeOut;
@@ -298,11 +310,12 @@ TEST(GPIOOperatorRace, EveryRecordIsServed) {
     HurriedClock clock;
     auto* driver = new ("test", __LINE__) FakeGPIO;
     Gate ended;
+    std::atomic<bool> named{false};
     driver->m_OnDrive = [&](FakeGPIO::Line line, int level) {
         if (line == FakeGPIO::Line{1, 1} && level == 0) {
             char name[16];
             pthread_getname_np(pthread_self(), name, sizeof(name));
-            EXPECT_STREQ(name, "GPIOOperationTh"); // as much of it as the kernel keeps
+            named = named || std::string(name) == "GPIOOperationTh"; // what the kernel keeps of it
             ended.open();
         }
     };
@@ -321,6 +334,7 @@ TEST(GPIOOperatorRace, EveryRecordIsServed) {
     }
     done = true;
     canceller.join();
+    EXPECT_TRUE(named);
 }
 
 } // namespace
