@@ -1,13 +1,13 @@
 #include "alarm/IOAlarmInManager.h"
 
 #include "alarm/GPIOAlarmIn.h"
+#include "alarm/IOAlarmInListener.h"
 #include "platform/Diagnostics.h"
 #include "platform/Time.h"
 #include "support/AlarmBench.h"
 #include "support/AlarmRecorder.h"
 
-#include <atomic>
-#include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -148,24 +148,84 @@ TEST_F(IOAlarmInManagerTest, AListenerThatCallsBackIsToldSo) {
     EXPECT_EQ(second.take(), "1=0 2=1 7=0") << "the others are served";
 }
 
-// Of two notifications at the same time, the one with the older levels must not come last.
-TEST_F(IOAlarmInManagerTest, OldLevelsAreNotJudgedAfterNewOnes) {
+// While one notification is in the driver, others come, read and judge: the levels that it has read
+// are old then, and when that happens twice, its own task is done.
+TEST_F(IOAlarmInManagerTest, ReadsAgainWhenOthersCameFirst) {
     notify();
-    std::thread second;
-    std::atomic<bool> first{true};
-    m_Driver->m_OnBatch = [&] {
-        if (!first.exchange(false)) {
-            return;
-        }
-        // The first one has just read its levels.
-        m_Driver->setLevel(0, 0, 1);
-        second = std::thread([&] { m_Manager.notifyAlarmConsumers(false); });
-        std::this_thread::sleep_for(std::chrono::milliseconds(20)); // the time to go wrong in
-    };
-    m_Driver->setLevel(0, 1, 1);
-    m_Manager.notifyAlarmConsumers(false);
-    second.join();
-    EXPECT_EQ(m_Listener.take(), "2=0 2=1 1=1 2=0 2=1");
+    int level = 0;
+    const struct {
+        int overtaken, readings;
+        const char* messages;
+    } rows[] = {{0, 1, ""}, {1, 3, "1=1"}, {2, 4, "1=0 1=1"}, {1, 3, "1=0"}};
+    for (const auto& row : rows) {
+        int left = row.overtaken;
+        int readings = 0;
+        bool inside = false;
+        m_Driver->m_OnBatch = [&] {
+            ++readings;
+            m_Manager.notifyAlarmConsumers(true); // judges nothing, and therefore does not count
+            if (!inside && left-- > 0) {
+                inside = true;
+                m_Driver->setLevel(0, 0, level = 1 - level);
+                m_Manager.notifyAlarmConsumers(false);
+                inside = false;
+            }
+        };
+        EXPECT_EQ(notify(), row.messages);
+        EXPECT_EQ(readings, row.readings);
+    }
+}
+
+/// Writes down what is asked of it, and fails where it is told to.
+class FakeDetect : public IGPIODetect {
+public:
+    NVRHW_TRACKED
+
+    int open() override { return call("open"); }
+    void close() override { call("close"); }
+    int setSignalHandler(int signal, Handler handler) override {
+        EXPECT_EQ(handler, &IOAlarmInListener::notifyAlarm);
+        return call("signal" + std::to_string(signal));
+    }
+    int addDetectLine(int processId, int group, int bit) override {
+        EXPECT_EQ(processId, getpid());
+        return call(std::to_string(group) + "/" + std::to_string(bit));
+    }
+    int removeDetectLine(int, int, int) override { return call("remove"); }
+    int startDetect() override { return call("start"); }
+    int stopDetect() override { return call("stop"); }
+
+    std::string m_Failing;
+    std::string m_Journal;
+
+private:
+    int call(const std::string& what) {
+        m_Journal += what + " ";
+        return what == m_Failing ? 7 : 0;
+    }
+};
+
+TEST_F(IOAlarmInManagerTest, AListenerThatCannotStartClosesTheDetector) {
+    const std::string all = "open signal10 0/0 0/1 1/4 1/5 start ";
+    const struct {
+        const char* failing;
+        bool closes;
+    } rows[] = {{"", false}, {"open", false}, {"signal10", true}, {"1/4", true}, {"start", true}};
+    for (const auto& row : rows) {
+        const std::string failing = row.failing;
+        auto* detect = new ("test", __LINE__) FakeDetect;
+        IOAlarmInListener listener{SafePointer<IGPIODetect>(detect)};
+        listener.setMachineConfigurationDetail(m_Detail);
+        detect->m_Failing = failing;
+        EXPECT_EQ(listener.start(), failing.empty() ? 1 : 0);
+        EXPECT_EQ(std::exchange(detect->m_Journal, {}),
+                  failing.empty() ? all
+                                  : all.substr(0, all.find(failing) + failing.size() + 1) +
+                                        (row.closes ? "close " : ""));
+        detect->m_Failing = "stop";
+        EXPECT_EQ(listener.stop(), 7);
+        EXPECT_EQ(detect->m_Journal, "stop ");
+    }
 }
 
 } // namespace
