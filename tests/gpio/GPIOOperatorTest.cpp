@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <dlfcn.h>
+#include <functional>
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <thread>
@@ -16,38 +17,46 @@ namespace {
 
 /// The calls that reach the operator's thread: written down here, then passed on to the real ones.
 struct ThreadCalls {
-    template <typename Result, typename Thread>
-    static Result pass(const char* name, const char* symbol, Thread* thread) {
-        s_Journal += s_Kept ? std::string(s_Journal.empty() ? "" : " ") + name : "";
-        return reinterpret_cast<Result (*)(Thread*)>(dlsym(RTLD_NEXT, symbol))(thread);
-    }
-    static std::string take() { return std::exchange(s_Journal, {}); }
+    static inline bool kept = false; // while only one thread at a time makes them
+    static inline std::string journal;
+    static inline bool late = false;     // it runs, but does not say so yet
+    static inline bool refuses = false;  // to be started, as a late one the second time
+    static inline bool starting = false; // it may call itself
+    static inline std::function<void()> onStop;
 
-    static inline bool s_Kept = false;    // while only one thread at a time makes them
-    static inline bool s_Late = false;    // says that it runs only when it is no longer late
-    static inline bool s_Refuses = false; // to be started, as a late one the second time
-    static inline std::string s_Journal;
-    static inline Gate* s_Stops = nullptr; // opened before a stop is passed on
+    static void note(const char* call) { journal += kept ? call : ""; }
+    static std::string take() { return std::exchange(journal, {}); }
 };
+
+template <typename Result, typename Thread> Result pass(const char* symbol, Thread* thread) {
+    return reinterpret_cast<Result (*)(Thread*)>(dlsym(RTLD_NEXT, symbol))(thread);
+}
 
 } // namespace
 
 int GThread::running() const {
-    const int real = ThreadCalls::pass<int>("running", "_ZNK7GThread7runningEv", this);
-    return ThreadCalls::s_Late ? 0 : real;
+    ThreadCalls::note(ThreadCalls::starting ? "" : "running ");
+    const int real = pass<int>("_ZNK7GThread7runningEv", this);
+    return ThreadCalls::late && !ThreadCalls::starting ? 0 : real;
 }
 
 int GThread::start() {
-    return std::exchange(ThreadCalls::s_Refuses, ThreadCalls::s_Refuses || ThreadCalls::s_Late)
-               ? 0
-               : ThreadCalls::pass<int>("start", "_ZN7GThread5startEv", this);
+    if (std::exchange(ThreadCalls::refuses, ThreadCalls::refuses || ThreadCalls::late)) {
+        return 0;
+    }
+    ThreadCalls::note("start ");
+    ThreadCalls::starting = true;
+    const int result = pass<int>("_ZN7GThread5startEv", this);
+    ThreadCalls::starting = false;
+    return result;
 }
 
 void GThread::stop() {
-    if (ThreadCalls::s_Stops != nullptr) {
-        ThreadCalls::s_Stops->open();
+    ThreadCalls::note("stop ");
+    if (ThreadCalls::onStop) {
+        ThreadCalls::onStop();
     }
-    ThreadCalls::pass<void>("stop", "_ZN7GThread4stopEv", this);
+    pass<void>("_ZN7GThread4stopEv", this);
 }
 
 namespace {
@@ -118,10 +127,10 @@ class GPIOOperatorTest : public testing::Test {
 protected:
     GPIOOperatorTest() : m_Driver(new ("test", __LINE__) FakeGPIO) {
         m_Operator.setGPIO(SafePointer<IGPIO>(m_Driver));
-        ThreadCalls::s_Kept = true;
+        ThreadCalls::kept = true;
         ThreadCalls::take();
     }
-    ~GPIOOperatorTest() noexcept override { ThreadCalls::s_Kept = false; }
+    ~GPIOOperatorTest() noexcept override { ThreadCalls::kept = false; }
 
     std::string journalAfter(int passes) {
         for (int i = 0; i < passes; ++i) {
@@ -194,21 +203,32 @@ TEST_F(GPIOOperatorTest, RestartsTheRecordOfALine) {
 
 TEST_F(GPIOOperatorTest, RunsTheWorkerWhileThereAreRecords) {
     m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
-    EXPECT_EQ(ThreadCalls::take(), "running start");
+    EXPECT_EQ(ThreadCalls::take(), "running start ");
     m_Operator.set(0, 2, TOGGLE, 1, 0, 1, 0);
     m_Operator.set(0, 2, TOGGLE, 0, 0, 1, 0);
-    EXPECT_EQ(ThreadCalls::take(), "running running");
+    EXPECT_EQ(ThreadCalls::take(), "running running ");
     m_Operator.set(0, 2, HOLD, 0, 0, 0, 0);
     EXPECT_EQ(journalAfter(1), "0:0/1=1 0:0/2=1 0:0/2=0 0:0/2=0 50:0/1=0");
     EXPECT_EQ(ThreadCalls::take(), "") << "neither another record's end nor a pass stops it";
     m_Operator.set(5, 5, HOLD, 0, 0, 0, 0);
-    EXPECT_EQ(ThreadCalls::take(), "stop") << "a cancellation that finds no record does";
+    EXPECT_EQ(ThreadCalls::take(), "stop ") << "a cancellation that finds no record does";
 
-    ThreadCalls::s_Late = true;
+    ThreadCalls::late = true;
     EXPECT_EQ(m_Operator.set(0, 1, HOLD, 1, 0, 0, 40), 1);
     EXPECT_TRUE(hasRecord(0, 1));
-    EXPECT_EQ(ThreadCalls::take(), "running start");
-    ThreadCalls::s_Late = ThreadCalls::s_Refuses = false;
+    EXPECT_EQ(ThreadCalls::take(), "running start ");
+    ThreadCalls::late = false;
+
+    m_Operator.set(0, 1, HOLD, 0, 0, 0, 0);
+    m_Driver->takeJournal();
+    GlobalEnv::getInstance()->setPrintFlag(1);
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 0) << "still refuses to be started";
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "start gpio thread fail\n");
+    GlobalEnv::getInstance()->setPrintFlag(0);
+    EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=1");
+    EXPECT_FALSE(hasRecord(0, 1));
+    ThreadCalls::refuses = false;
 }
 
 // The worker drives between the caller's own drive and the change of the record: the level that
@@ -232,16 +252,16 @@ TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
                 EXPECT_TRUE(stops.wait());
             }
         };
-        ThreadCalls::s_Stops = &stops;
+        ThreadCalls::onStop = [&] { stops.open(); };
         ThreadCalls::take();
         m_Operator.set(0, 1, row.mode, row.level, 0, 1, row.timeOut);
         stopper.join();
-        ThreadCalls::s_Stops = nullptr;
+        ThreadCalls::onStop = nullptr;
         int level = -1;
         m_Operator.get(0, 1, level);
         EXPECT_EQ(level, 1) << row.timeOut;
         EXPECT_EQ(hasRecord(0, 1), row.recordLeft);
-        EXPECT_EQ(ThreadCalls::take(), row.recordLeft ? "running stop running start" : "stop")
+        EXPECT_EQ(ThreadCalls::take(), row.recordLeft ? "running stop running start " : "stop ")
             << "served again after another caller's stop";
 
         drives = 0; // now the worker drives the other line alone: no reason to drive twice
@@ -273,19 +293,6 @@ TEST_F(GPIOOperatorTest, AHangingPassKeepsNoLineFromBeingDriven) {
     siren.join();
     again.join();
     EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=0 50:0/2=1 50:0/1=1 50:0/1=1");
-}
-
-TEST_F(GPIOOperatorTest, SaysWhenTheWorkerCannotStart) {
-    GlobalEnv::getInstance()->setPrintFlag(1);
-    ThreadCalls::s_Refuses = true;
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 0);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "start gpio thread fail\n");
-    EXPECT_EQ(m_Driver->takeJournal(), "0:0/1=1");
-    EXPECT_FALSE(hasRecord(0, 1));
-    ThreadCalls::s_Refuses = false;
-    GlobalEnv::getInstance()->setPrintFlag(0);
-    EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 1);
 }
 
 /// Time that runs as fast as the worker can make passes.
