@@ -6,7 +6,9 @@
 #include "support/SimulatedBoard.h"
 
 #include <atomic>
+#include <dlfcn.h>
 #include <functional>
+#include <poll.h>
 
 namespace {
 
@@ -14,6 +16,21 @@ namespace fs = std::filesystem;
 
 constexpr int SIGNAL = 10;
 constexpr int OUTPUT = 2;
+
+Gate s_EndlessWaits; // the polls of this program without a time limit, the detector's among them
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) int poll(pollfd* sources, nfds_t count,
+                                                           int timeout) {
+    static const auto original = reinterpret_cast<decltype(&poll)>(dlsym(RTLD_NEXT, "poll"));
+    if (timeout < 0) {
+        s_EndlessWaits.open();
+    }
+    return original(sources, count, timeout);
+}
+
+namespace {
 
 /// A detector over the lines 0 and 1 of group 0. Its handler reads them, counts its calls and acts.
 class GPIODetectTest : public testing::Test {
@@ -150,9 +167,11 @@ TEST_F(GPIODetectTest, MayBeDestroyedFromTheHandler) {
 }
 
 TEST_F(GPIODetectTest, ALineThatIsNotThereReportsFromTheMomentItAppears) {
-    for (const int group : {0, 7}) { // a bank without the line, and no bank at all
+    const int waits = s_EndlessWaits.count();
+    EXPECT_EQ(m_Detect->startDetect(), 0);
+    ASSERT_TRUE(s_EndlessWaits.wait(waits + 1)); // which the next line has to end
+    for (const int group : {7, 0}) {             // no bank at all, and a bank without the line
         EXPECT_EQ(m_Detect->addDetectLine(m_Pid, group, 9), 0);
-        EXPECT_EQ(m_Detect->startDetect(), 0);
         const int calls = m_Calls.count();
         m_Board.addLine(group, 9);
         EXPECT_TRUE(m_Calls.wait(calls + 1)) << group;
