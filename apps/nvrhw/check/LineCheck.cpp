@@ -46,13 +46,12 @@ void LineCheck::check(const XmlElement& item, int group, int bit, Use use) {
 // Looking at a chip requests no line of it.
 void LineCheck::checkChip(const XmlElement& item, const std::string& bank, int bit) {
     Cause cause;
-    std::string holder;
     const std::unique_ptr<KernelChip> chip = KernelChip::open(bank, cause);
     if (chip == nullptr || !chip->has(bit, cause)) {
         m_Findings.error(item, cause.text());
-    } else if (chip->isHeld(bit, holder)) {
-        m_Findings.warn(item, bank + ": line " + std::to_string(bit) + " is held by \"" + holder +
-                                  "\": only the recorder itself may hold it");
+    } else if (const std::string use = chip->describeUse(bit); !use.empty()) {
+        m_Findings.warn(item, bank + ": line " + std::to_string(bit) + " is " + use +
+                                  ": only the recorder itself may hold it");
     }
 }
 

@@ -1,19 +1,39 @@
 #include "platform/GpioDetect.h"
 
+#include "platform/Gpio.h"
+#include "platform/HardwareConfigure.h"
 #include "platform/System.h"
 #include "support/Gate.h"
 #include "support/LogCapture.h"
 #include "support/SimulatedBoard.h"
 
 #include <atomic>
+#include <dlfcn.h>
 #include <functional>
+#include <poll.h>
 
 namespace {
 
 namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
 
 constexpr int SIGNAL = 10;
 constexpr int OUTPUT = 2;
+
+Gate s_EndlessWaits; // the polls of this program without a time limit, the detector's among them
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) int poll(pollfd* sources, nfds_t count,
+                                                           int timeout) {
+    static const auto original = reinterpret_cast<decltype(&poll)>(dlsym(RTLD_NEXT, "poll"));
+    if (timeout < 0) {
+        s_EndlessWaits.open();
+    }
+    return original(sources, count, timeout);
+}
+
+namespace {
 
 /// A detector over the lines 0 and 1 of group 0. Its handler reads them, counts its calls and acts.
 class GPIODetectTest : public testing::Test {
@@ -21,8 +41,10 @@ protected:
     GPIODetectTest() {
         s_Current = this;
         addBank();
+        EXPECT_NE(m_Gpio.init(), 0);
         open();
     }
+    ~GPIODetectTest() noexcept override { configure(""); } // for the tests to come
 
     void addBank() {
         for (const int bit : {0, 1, OUTPUT}) {
@@ -38,10 +60,27 @@ protected:
         }
     }
 
+    /// Reads a configuration of line 0 with these settings.
+    GPIOLineSettings configure(const std::string& settings) const {
+        std::ofstream(m_Board.root() / "lines.xml")
+            << R"(<H><In><item id="1" group="0" bitPosition="0" validLevel="1" )" << settings
+            << "/></In></H>";
+        GPIOSignalConfigure reader;
+        SafePointer<HardwareConfigItemList> list;
+        reader.setConfigName("In");
+        reader.setConfigFileName("/lines.xml");
+        EXPECT_NE(reader.getConfig(list), 0);
+        const auto item = list->getHardwareConfigItemList().front();
+        return dynamic_pointer_cast<GPIOSignalConfigItem>(item)->getSettings();
+    }
+
     static void handle(int signalNumber) {
         EXPECT_EQ(signalNumber, SIGNAL);
-        const SimulatedBoard& board = s_Current->m_Board;
-        s_Current->m_Seen = 10 * board.level(0, 1) + board.level(0, 0);
+        int levels[2] = {-1, -1};
+        for (const int bit : {0, 1}) {
+            s_Current->m_Gpio.get(0, bit, levels[bit]);
+        }
+        s_Current->m_Seen = 10 * levels[1] + levels[0];
         s_Current->m_Calls.open();
         s_Current->m_Action();
     }
@@ -57,6 +96,7 @@ protected:
 
     const int m_Pid = SystemHelper::getPid();
     SimulatedBoard m_Board;
+    GPIO m_Gpio;
     LogCapture m_Log;
     Gate m_Calls;
     std::function<void()> m_Action = [] {};
@@ -150,13 +190,54 @@ TEST_F(GPIODetectTest, MayBeDestroyedFromTheHandler) {
 }
 
 TEST_F(GPIODetectTest, ALineThatIsNotThereReportsFromTheMomentItAppears) {
-    for (const int group : {0, 7}) { // a bank without the line, and no bank at all
+    EXPECT_EQ(m_Detect->open(), 0); // without a line, whose watch would notice more than its line
+    m_Action = [&] { EXPECT_TRUE(fs::exists(m_Board.bank(7))) << "a call for a forgotten line"; };
+    const int waits = s_EndlessWaits.count();
+    EXPECT_EQ(m_Detect->startDetect(), 0);
+    ASSERT_TRUE(s_EndlessWaits.wait(waits + 1)); // which the next line has to end
+    for (int i = 0; i < 100; ++i) {
+        m_Board.setLevel(0, 0, i % 2);
+    }
+    for (const int group : {7, 0}) { // no bank at all, and a bank without the line
         EXPECT_EQ(m_Detect->addDetectLine(m_Pid, group, 9), 0);
-        EXPECT_EQ(m_Detect->startDetect(), 0);
         const int calls = m_Calls.count();
         m_Board.addLine(group, 9);
         EXPECT_TRUE(m_Calls.wait(calls + 1)) << group;
     }
+    EXPECT_LT(s_EndlessWaits.count(), waits + 100) << "it waits no more";
+}
+
+TEST_F(GPIODetectTest, ALineWithADebounceTimeChangesWhenItsLevelHasHeld) {
+    fs::last_write_time(m_Board.line(0, 0),
+                        fs::file_time_type::clock::now() - std::chrono::hours(1));
+    configure(R"(debounce="10000")");
+    open();
+    handle(SIGNAL);
+    std::atomic<bool> glitch{false};
+    m_Action = [&] { glitch = glitch || m_Seen % 10 == 1; };
+    ASSERT_EQ(m_Detect->startDetect(), 0);
+    m_Board.setLevel(0, 0, 1); // a glitch, in which line 1 makes the handler read
+    m_Board.setLevel(0, 1, 1);
+    expectSeen(10);
+    EXPECT_FALSE(glitch);
+    m_Board.setLevel(0, 0, 0);
+
+    configure(R"(debounce="100")");
+    EXPECT_EQ(m_Detect->removeDetectLine(m_Pid, 0, 0) + m_Detect->addDetectLine(m_Pid, 0, 0), 0);
+    const auto begin = Clock::now();
+    m_Board.setLevel(0, 0, 1); // and a level that stays
+    expectSeen(11);
+    EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(100));
+    m_Detect->stopDetect();
+    EXPECT_NE(m_Gpio.set(0, 0, 0), 0);
+    handle(SIGNAL);
+    EXPECT_EQ(m_Seen, 10) << "what is driven does not bounce";
+
+    const auto settings =
+        configure(R"(name="A &amp; B" debounce="9" bias="disabled" drive="open-source")");
+    EXPECT_EQ(settings.name + std::to_string(settings.debounce), "A & B9");
+    EXPECT_EQ(settings.bias, GPIOLineSettings::BIAS_DISABLED);
+    EXPECT_EQ(settings.drive, GPIOLineSettings::OPEN_SOURCE);
 }
 
 TEST_F(GPIODetectTest, RefusesWhatCannotWork) {
@@ -170,6 +251,9 @@ TEST_F(GPIODetectTest, RefusesWhatCannotWork) {
     m_Detect->close();
     refused(m_Detect->startDetect(), "not open");
     refused(m_Detect->addDetectLine(m_Pid, 0, 0), "not open");
+    EXPECT_EQ(m_Detect->open(), 0);
+    refused(m_Detect->startDetect(), "no handler");
+    refused(m_Detect->removeDetectLine(m_Pid, 0, 0), "not watched");
     fs::remove_all(m_Board.device());
     refused(m_Detect->open(), "dev/gpiodrv");
 }

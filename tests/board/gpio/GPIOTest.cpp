@@ -64,6 +64,9 @@ TEST_F(GPIOTest, RefusesWhatIsNoLineAndHealsAndLogsEachOnce) {
     fs::create_directory(m_Board.line(0, 1));
     mkfifo(m_Board.line(0, 2).c_str(), 0600);
     fs::create_symlink(m_Board.line(0, 0), m_Board.line(0, 3));
+    m_Board.addLine(2, 0);
+    EXPECT_EQ(get(2, 0), 0);
+    fs::remove_all(m_Board.bank(2)); // and something else comes in its place
     fs::create_symlink("/dev/null", m_Board.bank(2));
     const std::map<std::pair<int, int>, std::string> causes{
         {{-1, 0}, "negative"}, {{0, -5}, "negative"},     {{0, 9}, "No such file or directory"},
@@ -111,6 +114,10 @@ TEST_F(GPIOTest, ABatchDeliversWhatItCouldReadAndAllWhenTheDeviceIsThere) {
     m_Log.take();
     EXPECT_EQ(m_Gpio.init(), 0);
     m_Log.expectOne({"dev/other", "No such file or directory"});
+    std::ofstream(m_Board.root() / "dev/other") << "";
+    EXPECT_EQ(m_Gpio.init(), 0);
+    m_Log.expectOne({"dev/other: not a directory of banks"});
+    fs::remove(m_Board.root() / "dev/other");
     fs::rename(m_Board.device(), m_Board.root() / "dev/other");
     EXPECT_NE(m_Gpio.get(lines, states), 0);
     EXPECT_EQ(states.size(), 2U);

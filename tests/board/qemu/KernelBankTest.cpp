@@ -9,9 +9,11 @@
 #include "support/SimulatedBoard.h"
 
 #include <atomic>
+#include <csignal>
 #include <cstdarg>
 #include <functional>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 
 namespace {
 
@@ -283,6 +285,23 @@ TEST_F(KernelBankTest, ALineHeldElsewhereFailsAloneAndWorksWhenItIsReleased) {
     EXPECT_TRUE(observer.waitFor({1, 0, 0, -1}));
 }
 
+TEST_F(KernelBankTest, ALineOfAnotherRecorderNamesItsProcess) {
+    int ready[2];
+    ASSERT_EQ(pipe(ready), 0);
+    const pid_t other = fork();
+    if (other == 0) {
+        _exit(m_Gpio.set(0, 1, 1) == 0 || write(ready[1], "!", 1) != 1 || pause() != 0);
+    }
+    char sign = 0;
+    EXPECT_EQ(read(ready[0], &sign, 1), 1);
+    EXPECT_EQ(m_Gpio.set(0, 1, 0), 0);
+    m_Log.expectOne({"line 1 is held by nvrhw (pid " + std::to_string(other) + ", board-tests): " +
+                     "a running recorder holds its lines: Device or resource busy"});
+    EXPECT_EQ(kill(other, SIGKILL), 0);
+    EXPECT_EQ(waitpid(other, nullptr, 0), other);
+    EXPECT_NE(m_Gpio.set(0, 1, 0), 0);
+}
+
 TEST_F(KernelBankTest, AChipThatIsTakenAwayIsFoundAgainUnderAnotherNumber) {
     Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
     ASSERT_NE(m_Gpio.set(0, 2, 1), 0);
@@ -335,7 +354,7 @@ TEST_F(KernelBankTest, ReadingLeavesDirectionsAndDrivingHasNoOtherLevelInBetween
         const auto before = flags(bit);
         get(static_cast<int>(bit));
         EXPECT_EQ(flags(bit), before) << bit;
-        EXPECT_STREQ(info(bit).consumer, "nvrhw") << bit;
+        EXPECT_EQ(info(bit).consumer, "nvrhw:" + std::to_string(getpid()) + ":board-tests");
     }
     EXPECT_EQ(flags(1), GPIO_V2_LINE_FLAG_OUTPUT);
     EXPECT_EQ(get(0), 1);

@@ -15,27 +15,12 @@ class SimChip {
 public:
     using path = std::filesystem::path;
 
-    struct Line {
-        unsigned offset;
-        std::string name;
-        std::string hog; ///< "input", "output-low", "output-high": the kernel itself holds the line
-    };
-
     /// Chips of one process that live at the same time need different names.
-    SimChip(const std::string& name, unsigned lines, const std::vector<Line>& details = {})
+    SimChip(const std::string& name, unsigned lines)
         : m_Folder("/sys/kernel/config/gpio-sim/" + name + "-" + std::to_string(getpid())) {
         make(m_Folder);
         make(m_Folder / "bank0");
         write(m_Folder / "bank0/num_lines", std::to_string(lines));
-        for (const Line& line : details) {
-            const path folder = m_Folder / "bank0" / ("line" + std::to_string(line.offset));
-            make(folder);
-            write(folder / "name", line.name);
-            if (!line.hog.empty()) {
-                make(folder / "hog");
-                write(folder / "hog/direction", line.hog);
-            }
-        }
         restore();
     }
 
