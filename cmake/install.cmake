@@ -28,6 +28,10 @@ string(REGEX REPLACE "/$" "" NVRHW_PC_PREFIX "${NVRHW_PC_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/nvrhw.pc.in ${PROJECT_BINARY_DIR}/nvrhw.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/nvrhw.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
 
+if(NOT NVRHW_APPS)
+    return()
+endif()
+
 install(TARGETS nvrhw-tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 get_property(tool_completion TARGET nvrhw-tool PROPERTY NVRHW_COMPLETION)
 get_property(tool_manual TARGET nvrhw-tool PROPERTY NVRHW_MANUAL)
