@@ -21,7 +21,7 @@ board-test:
 	scripts/board-test
 
 package:
-	scripts/setup package $(filter armhf,$(ARCH))
+	scripts/setup package $(filter-out $(shell dpkg --print-architecture),$(ARCH))
 	scripts/package $(ARCH)
 
 docs:

@@ -28,6 +28,12 @@ string(REGEX REPLACE "/$" "" NVRHW_PC_PREFIX "${NVRHW_PC_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/nvrhw.pc.in ${PROJECT_BINARY_DIR}/nvrhw.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/nvrhw.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
 
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libnvrhw-dev COMPONENT dev)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libnvrhw-dev COMPONENT dev
+    FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY apps/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libnvrhw-dev COMPONENT dev
+    FILES_MATCHING PATTERN "*.cpp")
+
 if(NOT NVRHW_APPS)
     return()
 endif()

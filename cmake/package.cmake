@@ -39,7 +39,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/lib)
 
 set(CPACK_DEBIAN_LIB_PACKAGE_NAME libnvrhw${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_LIB_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_LIB_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/triggers)
+set(CPACK_DEBIAN_LIB_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
 set(CPACK_COMPONENT_LIB_DESCRIPTION
 "hardware services of a network video recorder
 The services through which a recorder's application sees its board: machine
@@ -59,5 +59,23 @@ set(CPACK_COMPONENT_TOOLS_DESCRIPTION
 "hardware services of a network video recorder (tools)
 The program nvrhw, with which one looks at a recorder's board at the shell,
 and a sample board, which is a directory, to try it on any machine.")
+
+# What every package has to say of itself.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+set(changelog ${PROJECT_BINARY_DIR}/changelog.gz)
+set(write_changelog ${PROJECT_SOURCE_DIR}/cmake/debian/changelog.py)
+add_custom_command(OUTPUT ${changelog}
+    COMMAND ${Python3_EXECUTABLE} ${write_changelog} ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+        ${CPACK_PACKAGE_CONTACT} > changelog
+    COMMAND gzip -9nf changelog
+    DEPENDS ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${write_changelog}
+    VERBATIM)
+add_custom_target(nvrhw-changelog ALL DEPENDS ${changelog})
+foreach(component ${CPACK_COMPONENTS_ALL})
+    string(TOUPPER ${component} name)
+    install(FILES ${changelog} cmake/debian/copyright
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${name}_PACKAGE_NAME}
+        COMPONENT ${component})
+endforeach()
 
 include(CPack)
