@@ -34,6 +34,12 @@ list(JOIN NVRHW_PC_LIBRARIES " " NVRHW_PC_LIBRARIES)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/nvrhw.pc.in ${PROJECT_BINARY_DIR}/nvrhw.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/nvrhw.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
 
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libnvrhw-dev COMPONENT dev)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libnvrhw-dev COMPONENT dev
+    FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY apps/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libnvrhw-dev COMPONENT dev
+    FILES_MATCHING PATTERN "*.cpp")
+
 if(NOT NVRHW_APPS)
     return()
 endif()
