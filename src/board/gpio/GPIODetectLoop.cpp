@@ -1,6 +1,6 @@
 #include "board/gpio/GPIODetectLoop.h"
 
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 #include "board/runtime/ExceptionText.h"
 #include "board/runtime/StopSignal.h"
 #include "platform/Diagnostics.h"
@@ -19,7 +19,7 @@ constexpr int WITHOUT_LIMIT = -1;
 
 } // namespace
 
-bool GPIODetectLoop::open(const std::string& device, std::string& cause) {
+bool GPIODetectLoop::open(const std::string& device, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     forgetLines();
     m_Banks.reset();
@@ -34,13 +34,13 @@ bool GPIODetectLoop::open(const std::string& device, std::string& cause) {
     return true;
 }
 
-bool GPIODetectLoop::makeDescriptors(std::string& cause) {
+bool GPIODetectLoop::makeDescriptors(Cause& cause) {
     FileDescriptor epoll(epoll_create1(EPOLL_CLOEXEC));
     m_Wake = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     epoll_event interest{};
     interest.events = EPOLLIN;
     if (epoll_ctl(epoll.get(), EPOLL_CTL_ADD, m_Wake.get(), &interest) != 0) {
-        cause = errnoText("epoll_ctl");
+        cause = Cause::fromErrno("", "epoll_ctl");
         return false;
     }
     m_Epoll = std::move(epoll);
@@ -60,24 +60,24 @@ void GPIODetectLoop::setHandler(int signalNumber, IGPIODetect::Handler handler) 
     m_Handler = handler;
 }
 
-bool GPIODetectLoop::isReady(std::string& cause) {
+bool GPIODetectLoop::isReady(Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Banks == nullptr) {
-        cause = "the detector is not open";
+        cause = {"the detector is not open"};
     } else if (m_Handler == nullptr) {
-        cause = "no handler is set";
+        cause = {"no handler is set"};
     }
-    return cause.empty();
+    return !cause;
 }
 
-bool GPIODetectLoop::addLine(int group, int bit, std::string& cause) {
+bool GPIODetectLoop::addLine(int group, int bit, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Banks == nullptr) {
-        cause = "the detector is not open";
+        cause = {"the detector is not open"};
         return false;
     }
     if (group < 0 || bit < 0) {
-        cause = "groups and bits are not negative";
+        cause = {"groups and bits are not negative"};
         return false;
     }
     Group& lines = m_Groups[group];
@@ -89,11 +89,11 @@ bool GPIODetectLoop::addLine(int group, int bit, std::string& cause) {
     return true;
 }
 
-bool GPIODetectLoop::removeLine(int group, int bit, std::string& cause) {
+bool GPIODetectLoop::removeLine(int group, int bit, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     const auto known = m_Groups.find(group);
     if (known == m_Groups.end() || known->second.bits.count(bit) == 0) {
-        cause = "the line is not watched";
+        cause = {"the line is not watched"};
         return false;
     }
     forget(group, bit);
@@ -127,7 +127,7 @@ void GPIODetectLoop::forget(int number, int bit) {
 }
 
 // Puts a new watch of the group's lines in place of the one it has.
-bool GPIODetectLoop::beginWatch(int number, Group& group, std::string& cause) {
+bool GPIODetectLoop::beginWatch(int number, Group& group, Cause& cause) {
     const auto bank = m_Banks->find(number, *group.bits.begin(), cause);
     auto watch = bank != nullptr ? bank->watch(cause) : nullptr;
     if (watch == nullptr) {
@@ -141,7 +141,7 @@ bool GPIODetectLoop::beginWatch(int number, Group& group, std::string& cause) {
     epoll_event interest{};
     interest.events = EPOLLIN;
     if (epoll_ctl(m_Epoll.get(), EPOLL_CTL_ADD, watch->getDescriptor(), &interest) != 0) {
-        cause = errnoText("epoll_ctl");
+        cause = Cause::fromErrno("", "epoll_ctl");
         return false;
     }
     endWatch(group);
@@ -158,7 +158,7 @@ void GPIODetectLoop::endWatch(Group& group) {
 }
 
 bool GPIODetectLoop::restore(int number, Group& group) {
-    std::string cause;
+    Cause cause;
     const bool restored = beginWatch(number, group, cause);
     if (!restored) {
         endWatch(group);

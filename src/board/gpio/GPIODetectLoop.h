@@ -17,7 +17,7 @@
 class GPIODetectLoop : public std::enable_shared_from_this<GPIODetectLoop> {
 public:
     /// Starts over with the banks of this device and no line. False, and `cause`, on failure.
-    bool open(const std::string& device, std::string& cause);
+    bool open(const std::string& device, Cause& cause);
 
     /// Forgets banks, lines and handler.
     void close();
@@ -25,11 +25,11 @@ public:
     void setHandler(int signalNumber, IGPIODetect::Handler handler);
 
     /// True when it is open and has a handler; else false, and `cause`.
-    bool isReady(std::string& cause);
+    bool isReady(Cause& cause);
 
     /// False, and `cause`, on failure.
-    bool addLine(int group, int bit, std::string& cause);
-    bool removeLine(int group, int bit, std::string& cause);
+    bool addLine(int group, int bit, Cause& cause);
+    bool removeLine(int group, int bit, Cause& cause);
 
     /// Waits until something happens or the thread shall stop, and calls the handler at most once.
     int pass();
@@ -40,10 +40,10 @@ private:
         std::unique_ptr<GPIOBankWatch> watch; // null while the bank is lost
     };
 
-    bool makeDescriptors(std::string& cause);
+    bool makeDescriptors(Cause& cause);
     void forgetLines() NVRHW_REQUIRES(m_Mutex);
     void forget(int number, int bit) NVRHW_REQUIRES(m_Mutex);
-    bool beginWatch(int number, Group& group, std::string& cause) NVRHW_REQUIRES(m_Mutex);
+    bool beginWatch(int number, Group& group, Cause& cause) NVRHW_REQUIRES(m_Mutex);
     void endWatch(Group& group) NVRHW_REQUIRES(m_Mutex);
     bool restore(int number, Group& group) NVRHW_REQUIRES(m_Mutex);
     bool waitForEvents();

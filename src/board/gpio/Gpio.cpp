@@ -20,9 +20,10 @@ GPIO::~GPIO() noexcept = default;
 int GPIO::init() {
     const auto banks = GPIOBankTable::of(GlobalEnv::getInstance()->resolve(m_DeviceName));
     std::atomic_store(&m_Banks, banks);
-    std::string cause;
+    Cause cause;
     if (!banks->isPresent(cause)) {
-        Logger::writeLog("GPIOError", ("no GPIO device: " + cause).c_str(), SOURCE, __LINE__);
+        Logger::writeLog("GPIOError", ("no GPIO device: " + cause.text()).c_str(), SOURCE,
+                         __LINE__);
         return 0;
     }
     return 1;
@@ -55,7 +56,7 @@ int GPIO::get(const std::vector<IOInfo>& lines, std::vector<IOState>& states) {
     const bool all = std::atomic_load(&m_Banks)->read(readings);
     states.clear();
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (readings[i].cause.empty()) {
+        if (!readings[i].cause) {
             states.emplace_back(lines[i].getId(), readings[i].level);
         }
     }

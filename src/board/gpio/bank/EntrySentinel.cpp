@@ -1,6 +1,6 @@
 #include "board/gpio/bank/EntrySentinel.h"
 
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 
 #include <climits>
 #include <cstdlib>
@@ -16,11 +16,10 @@ constexpr std::uint32_t LOSS = SELF_EVENTS | IN_IGNORED | IN_UNMOUNT | IN_Q_OVER
 
 } // namespace
 
-bool EntrySentinel::begin(const std::string& directory, const std::string& entry,
-                          std::string& cause) {
+bool EntrySentinel::begin(const std::string& directory, const std::string& entry, Cause& cause) {
     m_Inotify = FileDescriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
     if (!m_Inotify.isValid()) {
-        cause = errnoText("inotify_init1");
+        cause = Cause::fromErrno("", "inotify_init1");
         return false;
     }
     if (!observe(directory, entry, cause)) { // first: if the entry is exchanged now, it tells
@@ -28,7 +27,7 @@ bool EntrySentinel::begin(const std::string& directory, const std::string& entry
     }
     char node[PATH_MAX];
     if (realpath((directory + "/" + entry).c_str(), node) == nullptr) {
-        cause = errnoText(directory + "/" + entry);
+        cause = Cause::fromErrno(directory + "/" + entry);
         return false;
     }
     const std::string path = node;
@@ -36,12 +35,11 @@ bool EntrySentinel::begin(const std::string& directory, const std::string& entry
     return observe(path.substr(0, slash + 1), path.substr(slash + 1), cause);
 }
 
-bool EntrySentinel::observe(const std::string& directory, const std::string& name,
-                            std::string& cause) {
+bool EntrySentinel::observe(const std::string& directory, const std::string& name, Cause& cause) {
     const int watch = inotify_add_watch(m_Inotify.get(), directory.c_str(),
                                         ENTRY_EVENTS | SELF_EVENTS | IN_ONLYDIR);
     if (watch < 0) {
-        cause = errnoText("inotify_add_watch " + directory);
+        cause = Cause::fromErrno("", "inotify_add_watch " + directory);
         return false;
     }
     m_Names.insert({watch, name});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board/runtime/Cause.h"
 #include "board/runtime/FileDescriptor.h"
 
 #include <set>
@@ -10,7 +11,7 @@
 class EntrySentinel {
 public:
     /// False, and `cause`, on failure.
-    bool begin(const std::string& directory, const std::string& entry, std::string& cause);
+    bool begin(const std::string& directory, const std::string& entry, Cause& cause);
 
     /// Readable when isDisturbed() has something to find.
     int getDescriptor() const { return m_Inotify.get(); }
@@ -19,7 +20,7 @@ public:
     bool isDisturbed();
 
 private:
-    bool observe(const std::string& directory, const std::string& name, std::string& cause);
+    bool observe(const std::string& directory, const std::string& name, Cause& cause);
 
     FileDescriptor m_Inotify;
     std::set<std::pair<int, std::string>> m_Names; // each with the watch of its directory

@@ -2,7 +2,7 @@
 
 #include "board/gpio/kernel/KernelChip.h"
 #include "board/gpio/kernel/KernelWatch.h"
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 
 #include <algorithm>
 #include <sys/epoll.h>
@@ -14,10 +14,7 @@ namespace {
 
 constexpr char SOURCE[] = "KernelBank";
 
-std::string goneText(const std::string& path) {
-    errno = ENODEV;
-    return errnoText(path);
-}
+Cause gone(const std::string& path) { return {"", path, 0, ENODEV}; }
 
 bool listen(const FileDescriptor& epoll, int descriptor) {
     epoll_event interest{};
@@ -29,7 +26,7 @@ bool listen(const FileDescriptor& epoll, int descriptor) {
 
 std::shared_ptr<GPIOBank> KernelBank::open(const std::string& device, int group,
                                            const std::shared_ptr<GPIOFaultBook>& book,
-                                           std::string& cause) {
+                                           Cause& cause) {
     std::shared_ptr<KernelBank> bank(new KernelBank(device, group, book));
     return bank->begin(cause) ? bank : nullptr;
 }
@@ -39,7 +36,7 @@ KernelBank::KernelBank(const std::string& device, int group,
     : m_Device(device), m_Group(group), m_Path(device + "/" + std::to_string(group)), m_Book(book),
       m_Epoll(epoll_create1(EPOLL_CLOEXEC)) {}
 
-bool KernelBank::begin(std::string& cause) {
+bool KernelBank::begin(Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (!guardEntry(cause)) {
         return false;
@@ -50,13 +47,13 @@ bool KernelBank::begin(std::string& cause) {
     }
     m_Lines = std::make_unique<KernelLines>(std::move(chip), m_Group);
     if (!listen(m_Epoll, m_Lines->getDescriptor())) {
-        cause = errnoText("epoll_ctl");
+        cause = Cause::fromErrno("", "epoll_ctl");
         return false;
     }
     return true;
 }
 
-bool KernelBank::guardEntry(std::string& cause) {
+bool KernelBank::guardEntry(Cause& cause) {
     // By hand: a descriptor that a child process inherited would stay in the epoll.
     epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, m_Sentinel.getDescriptor(), nullptr);
     m_Sentinel = EntrySentinel();
@@ -64,7 +61,7 @@ bool KernelBank::guardEntry(std::string& cause) {
         return false;
     }
     if (!listen(m_Epoll, m_Sentinel.getDescriptor())) {
-        cause = errnoText("epoll_ctl");
+        cause = Cause::fromErrno("", "epoll_ctl");
         return false;
     }
     return true;
@@ -88,7 +85,7 @@ void KernelBank::read(const std::vector<GPIOReading*>& readings) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Lines == nullptr) {
         for (GPIOReading* reading : readings) {
-            reading->cause = goneText(m_Path);
+            reading->cause = gone(m_Path);
         }
         return;
     }
@@ -96,10 +93,10 @@ void KernelBank::read(const std::vector<GPIOReading*>& readings) {
     settle();
 }
 
-bool KernelBank::drive(int bit, int level, std::string& cause) {
+bool KernelBank::drive(int bit, int level, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Lines == nullptr) {
-        cause = goneText(m_Path);
+        cause = gone(m_Path);
         return false;
     }
     const bool driven = m_Lines->drive(bit, level, cause);
@@ -107,7 +104,7 @@ bool KernelBank::drive(int bit, int level, std::string& cause) {
     return driven;
 }
 
-std::unique_ptr<GPIOBankWatch> KernelBank::watch(std::string& cause) {
+std::unique_ptr<GPIOBankWatch> KernelBank::watch(Cause& cause) {
     return KernelWatch::begin(shared_from_this(), cause);
 }
 
@@ -125,7 +122,7 @@ void KernelBank::leave(const KernelWatch& watch) {
     }
 }
 
-bool KernelBank::cover(const KernelWatch& watch, int bit, std::string& cause) {
+bool KernelBank::cover(const KernelWatch& watch, int bit, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Lines != nullptr) {
         m_Watchers[&watch].bits.insert(bit);
@@ -134,7 +131,7 @@ bool KernelBank::cover(const KernelWatch& watch, int bit, std::string& cause) {
         settle();
     }
     if (m_Lines == nullptr) {
-        cause = goneText(m_Path);
+        cause = gone(m_Path);
         return false;
     }
     return true;
@@ -177,7 +174,7 @@ GPIOBankWatch::Finding KernelBank::drain(const KernelWatch& watch) {
 
 // An entry that is made anew for the same chip, as udev does, must not cost the outputs' levels.
 bool KernelBank::isStillThere() {
-    std::string ignored;
+    Cause ignored;
     struct stat entry {};
     return guardEntry(ignored) && stat(m_Path.c_str(), &entry) == 0 && isMine(entry);
 }

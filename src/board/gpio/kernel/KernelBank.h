@@ -26,19 +26,18 @@ public:
     /// The bank at an entry of a device's directory; null, and `cause`, when it cannot be used.
     /// What becomes of watched lines that are held elsewhere is noted in the book.
     static std::shared_ptr<GPIOBank> open(const std::string& device, int group,
-                                          const std::shared_ptr<GPIOFaultBook>& book,
-                                          std::string& cause);
+                                          const std::shared_ptr<GPIOFaultBook>& book, Cause& cause);
 
     bool isCurrent(const struct stat& entry) override;
     void retire() override;
     void read(const std::vector<GPIOReading*>& readings) override;
-    bool drive(int bit, int level, std::string& cause) override;
-    std::unique_ptr<GPIOBankWatch> watch(std::string& cause) override;
+    bool drive(int bit, int level, Cause& cause) override;
+    std::unique_ptr<GPIOBankWatch> watch(Cause& cause) override;
 
     /// For the watches. `event` is an eventfd to be written when the watch has something to drain.
     void join(const KernelWatch& watch, int event);
     void leave(const KernelWatch& watch);
-    bool cover(const KernelWatch& watch, int bit, std::string& cause);
+    bool cover(const KernelWatch& watch, int bit, Cause& cause);
     void uncover(const KernelWatch& watch, int bit);
     GPIOBankWatch::Finding drain(const KernelWatch& watch);
 
@@ -57,8 +56,8 @@ private:
 
     KernelBank(const std::string& device, int group, const std::shared_ptr<GPIOFaultBook>& book);
 
-    bool begin(std::string& cause);
-    bool guardEntry(std::string& cause) NVRHW_REQUIRES(m_Mutex);
+    bool begin(Cause& cause);
+    bool guardEntry(Cause& cause) NVRHW_REQUIRES(m_Mutex);
     bool isMine(const struct stat& entry) NVRHW_REQUIRES(m_Mutex);
     bool isStillThere() NVRHW_REQUIRES(m_Mutex);
     void unwatch(int bit) NVRHW_REQUIRES(m_Mutex);

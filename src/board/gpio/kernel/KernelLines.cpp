@@ -1,7 +1,7 @@
 #include "board/gpio/kernel/KernelLines.h"
 
 #include "board/gpio/bank/GPIOLineTable.h"
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 #include "platform/Diagnostics.h"
 
 #include <algorithm>
@@ -33,7 +33,7 @@ KernelLines::Outcome KernelLines::hold(const std::set<int>& bits) {
     Outcome outcome;
     std::vector<KernelLine> wanted;
     for (const int bit : bits) {
-        std::string cause;
+        Cause cause;
         if (isHeld(bit)) {
             continue;
         }
@@ -48,7 +48,7 @@ KernelLines::Outcome KernelLines::hold(const std::set<int>& bits) {
     take(wanted);
     for (const KernelLine& line : wanted) {
         const auto refused = m_Refused.find(line.bit);
-        outcome[line.bit] = refused != m_Refused.end() ? refused->second : "";
+        outcome[line.bit] = refused != m_Refused.end() ? refused->second : Cause();
         m_IsScattered = m_IsScattered || refused == m_Refused.end();
     }
     return outcome;
@@ -85,7 +85,7 @@ void KernelLines::readFrom(const KernelRequest& request,
     const int error = errno;
     for (GPIOReading* reading : readings) {
         errno = error;
-        reading->cause = done ? "" : explain(reading->bit);
+        reading->cause = done ? Cause() : explain(reading->bit);
         reading->level = levels[reading->bit];
         if (done) {
             m_Unread.erase(reading->bit);
@@ -95,7 +95,7 @@ void KernelLines::readFrom(const KernelRequest& request,
     }
 }
 
-bool KernelLines::drive(int bit, int level, std::string& cause) {
+bool KernelLines::drive(int bit, int level, Cause& cause) {
     if (!m_Chip->has(bit, cause)) {
         return false;
     }
@@ -217,7 +217,7 @@ bool KernelLines::takeTogether(const std::vector<KernelLine>& lines) {
 
 // Of the present errno. What is not reported can still be read.
 bool KernelLines::takeSilently(KernelLine line) {
-    const std::string cause = m_Chip->explain(line.bit, errno);
+    const Cause cause = m_Chip->explain(line.bit, errno);
     line.isSilent = true;
     if (!takeTogether({line})) {
         return false;
@@ -225,7 +225,7 @@ bool KernelLines::takeSilently(KernelLine line) {
     m_Silent.insert(line.bit);
     const std::string text =
         "group " + std::to_string(m_Group) + ", bit " + std::to_string(line.bit) +
-        " is looked at now and then, as its changes are not reported: " + cause;
+        " is looked at now and then, as its changes are not reported: " + cause.text();
     Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
     return true;
 }
@@ -290,7 +290,7 @@ void KernelLines::remake(std::set<Request>& requests, int without) {
 }
 
 // Of the present errno.
-std::string KernelLines::explain(int bit) {
+Cause KernelLines::explain(int bit) {
     m_IsGone = m_IsGone || errno == ENODEV;
     return m_Chip->explain(bit, errno);
 }

@@ -1,7 +1,7 @@
 #include "board/gpio/kernel/KernelWatch.h"
 
 #include "board/gpio/kernel/KernelBank.h"
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 
 #include <sys/epoll.h>
 #include <sys/eventfd.h>
@@ -14,13 +14,13 @@ constexpr int WITHOUT_LIMIT = -1;
 } // namespace
 
 std::unique_ptr<GPIOBankWatch> KernelWatch::begin(const std::shared_ptr<KernelBank>& bank,
-                                                  std::string& cause) {
+                                                  Cause& cause) {
     std::unique_ptr<KernelWatch> watch(new KernelWatch(bank));
     epoll_event interest{};
     interest.events = EPOLLIN;
     for (const int source : {watch->m_Event.get(), bank->getDescriptor()}) {
         if (epoll_ctl(watch->m_Epoll.get(), EPOLL_CTL_ADD, source, &interest) != 0) {
-            cause = errnoText("epoll_ctl");
+            cause = Cause::fromErrno("", "epoll_ctl");
             return nullptr;
         }
     }
@@ -39,7 +39,7 @@ int KernelWatch::getTimeout() const {
     return m_Bank->isComplete(*this) ? WITHOUT_LIMIT : RETRY_INTERVAL;
 }
 
-bool KernelWatch::add(int bit, std::string& cause) { return m_Bank->cover(*this, bit, cause); }
+bool KernelWatch::add(int bit, Cause& cause) { return m_Bank->cover(*this, bit, cause); }
 
 void KernelWatch::remove(int bit) { m_Bank->uncover(*this, bit); }
 

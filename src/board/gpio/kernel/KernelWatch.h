@@ -13,12 +13,12 @@ class KernelWatch : public GPIOBankWatch {
 public:
     /// Null, and `cause`, on failure.
     static std::unique_ptr<GPIOBankWatch> begin(const std::shared_ptr<KernelBank>& bank,
-                                                std::string& cause);
+                                                Cause& cause);
     ~KernelWatch() override;
 
     int getDescriptor() const override { return m_Epoll.get(); }
     int getTimeout() const override;
-    bool add(int bit, std::string& cause) override;
+    bool add(int bit, Cause& cause) override;
     void remove(int bit) override;
     Finding drain() override;
 

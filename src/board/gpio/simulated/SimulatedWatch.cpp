@@ -2,7 +2,7 @@
 
 #include "board/gpio/bank/GPIOLineTable.h"
 #include "board/gpio/simulated/SimulatedBank.h"
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 
 #include <algorithm>
 #include <sys/inotify.h>
@@ -23,10 +23,10 @@ constexpr std::uint32_t LOSS = SELF_EVENTS | IN_IGNORED | IN_UNMOUNT | IN_Q_OVER
 } // namespace
 
 std::unique_ptr<GPIOBankWatch> SimulatedWatch::begin(const std::string& device, int group,
-                                                     std::string& cause) {
+                                                     Cause& cause) {
     FileDescriptor inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
     if (!inotify.isValid()) {
-        cause = errnoText("inotify_init1");
+        cause = Cause::fromErrno("", "inotify_init1");
         return nullptr;
     }
     std::unique_ptr<SimulatedWatch> watch(new SimulatedWatch(std::move(inotify), device, group));
@@ -34,7 +34,7 @@ std::unique_ptr<GPIOBankWatch> SimulatedWatch::begin(const std::string& device, 
         const int descriptor =
             inotify_add_watch(watch->getDescriptor(), path.c_str(), events | IN_ONLYDIR);
         if (descriptor < 0) {
-            cause = errnoText("inotify_add_watch " + path);
+            cause = Cause::fromErrno("", "inotify_add_watch " + path);
         }
         return descriptor;
     };
@@ -53,7 +53,7 @@ SimulatedWatch::SimulatedWatch(FileDescriptor inotify, const std::string& device
     : m_Inotify(std::move(inotify)), m_Device(device), m_Group(group),
       m_Entry(std::to_string(group)) {}
 
-bool SimulatedWatch::add(int bit, std::string& /*cause*/) {
+bool SimulatedWatch::add(int bit, Cause& /*cause*/) {
     const std::string file = std::to_string(bit);
     const int debounce = GPIOLineTable::get(m_Group, bit).debounce;
     m_Files[file] = debounce;

@@ -14,12 +14,11 @@ struct inotify_event;
 class SimulatedWatch : public GPIOBankWatch {
 public:
     /// Watches the entry of a device's directory; null, and `cause`, when that is not possible.
-    static std::unique_ptr<GPIOBankWatch> begin(const std::string& device, int group,
-                                                std::string& cause);
+    static std::unique_ptr<GPIOBankWatch> begin(const std::string& device, int group, Cause& cause);
 
     int getDescriptor() const override { return m_Inotify.get(); }
     int getTimeout() const override;
-    bool add(int bit, std::string& cause) override;
+    bool add(int bit, Cause& cause) override;
     void remove(int bit) override;
     Finding drain() override;
 
