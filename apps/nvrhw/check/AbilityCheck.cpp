@@ -1,8 +1,12 @@
 #include "AbilityCheck.h"
 
-#include "ElementPath.h"
+#include "board/documents/schema/AbilitySchema.h"
+#include "board/documents/schema/HardwareSchema.h"
+#include "board/documents/schema/MonitorSchema.h"
 
 namespace {
+
+using Schema = AbilitySchema;
 
 constexpr std::size_t MOST_CHOICES = 10; // of a message
 
@@ -10,6 +14,13 @@ std::string text(int number) { return std::to_string(number); }
 
 std::string counted(int number, const std::string& what) {
     return text(number) + " " + what + (number == 1 ? "" : "s");
+}
+
+/// "FIELD is 4"
+std::string is(const FieldSchema& field, int value) { return field.name + (" is " + text(value)); }
+
+std::vector<XmlElement> items(const XmlElement& parent, const ElementSchema& section) {
+    return parent.children(section.name, XmlElement::ITEM);
 }
 
 } // namespace
@@ -26,9 +37,9 @@ void AbilityCheck::check() {
 }
 
 void AbilityCheck::readResolutions() {
-    for (const XmlElement& item : ElementPath::itemsOf(m_Root, "MonitorResolution")) {
-        const std::optional<int> type = ElementPath::numberOf(item, "type");
-        const std::optional<int> id = ElementPath::numberOf(item, "id");
+    for (const XmlElement& item : items(m_Root, Schema::RESOLUTIONS)) {
+        const std::optional<int> type = item.numberIfGood(Schema::RESOLUTION_TYPE);
+        const std::optional<int> id = item.numberIfGood(Schema::RESOLUTION_ID);
         if (type && id) {
             m_Resolutions.emplace(*type, *id);
         }
@@ -36,13 +47,13 @@ void AbilityCheck::readResolutions() {
 }
 
 void AbilityCheck::checkMonitors() {
-    const bool canRefer = !m_Root.children("MonitorResolution").empty();
-    for (const XmlElement& monitor : m_Root.children("MonitorAbility")) {
+    const bool canRefer = !m_Root.children(Schema::RESOLUTIONS.name).empty();
+    for (const XmlElement& monitor : m_Root.children(Schema::MONITORS.name)) {
         Resolutions resolutions;
-        for (const XmlElement& group : monitor.children("MonitorResolution")) {
-            const std::optional<int> type = ElementPath::numberOf(group, "monitorType");
+        for (const XmlElement& group : monitor.children(Schema::GROUP.name)) {
+            const std::optional<int> type = group.numberIfGood(Schema::GROUP_TYPE);
             for (const XmlElement& item : group.children(XmlElement::ITEM)) {
-                const std::optional<int> id = ElementPath::numberOf(item, "monitorResolutionId");
+                const std::optional<int> id = item.numberIfGood(Schema::REFERENCE_ID);
                 if (type && id) {
                     resolutions.emplace(*type, *id);
                 }
@@ -51,7 +62,7 @@ void AbilityCheck::checkMonitors() {
                 }
             }
         }
-        if (const std::optional<int> id = ElementPath::numberOf(monitor, "monitorId")) {
+        if (const std::optional<int> id = monitor.numberIfGood(Schema::MONITOR_ID)) {
             m_Monitors.emplace(*id, resolutions);
         }
     }
@@ -81,30 +92,29 @@ std::string AbilityCheck::choiceOf(int type) const {
 
 void AbilityCheck::checkLayouts() {
     std::map<int, int> pictures; // by layout
-    for (const XmlElement& item : ElementPath::itemsOf(m_Root, "LayoutAbility")) {
-        const std::optional<int> id = ElementPath::numberOf(item, "modelId");
-        if (id) {
-            pictures.emplace(*id, ElementPath::numberOf(item, "picNumber").value_or(0));
+    for (const XmlElement& item : items(m_Root, Schema::LAYOUTS)) {
+        if (const std::optional<int> id = item.numberIfGood(Schema::LAYOUT_ID)) {
+            pictures.emplace(*id, item.numberIfGood(Schema::PICTURES).value_or(0));
         }
     }
-    for (const XmlElement& layout :
-         ElementPath::childrenOf(m_Root, "DecodingAbility", "LayoutDecodingAbility")) {
-        const std::optional<int> id = ElementPath::numberOf(layout, "layoutmodeId");
+    for (const XmlElement& layout : m_Root.children(Schema::DECODING.name, Schema::DECODED.name)) {
+        const std::optional<int> id = layout.numberIfGood(Schema::DECODED_LAYOUT);
         const auto found = id ? pictures.find(*id) : pictures.end();
         if (found != pictures.end()) {
             checkWindows(layout, found->second);
-        } else if (id && !m_Root.children("LayoutAbility").empty()) {
-            m_Findings.warn(layout, "LayoutAbility has no layout with modelId " + text(*id));
+        } else if (id && !m_Root.children(Schema::LAYOUTS.name).empty()) {
+            m_Findings.warn(layout,
+                            Schema::LAYOUTS.name + (" has no layout with modelId " + text(*id)));
         }
     }
 }
 
 void AbilityCheck::checkWindows(const XmlElement& layout, int pictures) {
     std::map<int, const XmlElement*> groups; // by window, the first that has it
-    const std::vector<XmlElement> all = layout.children("SubWinDecodingAbility");
+    const std::vector<XmlElement> all = layout.children(Schema::WINDOW_GROUP.name);
     for (const XmlElement& group : all) {
-        for (const XmlElement& item : ElementPath::itemsOf(group, "SubWinList")) {
-            const std::optional<int> window = ElementPath::numberOf(item, "winId");
+        for (const XmlElement& item : items(group, Schema::WINDOWS)) {
+            const std::optional<int> window = item.numberIfGood(Schema::WINDOW);
             if (window && *window >= pictures && pictures > 0) {
                 m_Findings.warn(item, "window " + text(*window) + " of a layout of " +
                                           counted(pictures, "picture") + ", counted from 0");
@@ -118,39 +128,68 @@ void AbilityCheck::checkWindows(const XmlElement& layout, int pictures) {
 }
 
 void AbilityCheck::checkNetwork() const {
-    for (const XmlElement& network : m_Root.children("NetworkAbility")) {
-        const int listed = static_cast<int>(network.children("NetworkCard").size());
-        const std::optional<int> stated = ElementPath::numberOf(network, "networkCardNum");
+    for (const XmlElement& network : m_Root.children(Schema::NETWORK.name)) {
+        const int listed = static_cast<int>(network.children(Schema::CARD.name).size());
+        const std::optional<int> stated = network.numberIfGood(Schema::CARD_NUMBER);
         if (stated && *stated != listed) {
-            m_Findings.warn(network, "networkCardNum is " + text(*stated) + ", but it lists " +
-                                         counted(listed, "NetworkCard element"));
+            m_Findings.warn(network,
+                            is(Schema::CARD_NUMBER, *stated) + ", but it lists " +
+                                counted(listed, std::string(Schema::CARD.name) + " element"));
         }
         return; // only the first is read
     }
 }
 
 void AbilityCheck::checkPlayback() const {
-    const std::optional<int> channels =
-        ElementPath::numberOf(m_Root, "ChannelAbility", "channelNumber");
-    const std::optional<int> playback =
-        ElementPath::numberOf(m_Root, "MaxPlaybackChannelNumber", "value");
+    const std::optional<int> channels = number(Schema::CHANNELS, Schema::CHANNEL_NUMBER);
+    const std::optional<int> playback = number(Schema::PLAYBACK, Schema::PLAYBACK_NUMBER);
     if (channels && playback && *playback > *channels) {
-        m_Findings.warn(m_Root.child("MaxPlaybackChannelNumber"),
+        m_Findings.warn(m_Root.child(Schema::PLAYBACK.name),
                         "more channels are played back, " + text(*playback) + ", than there are, " +
                             text(*channels));
     }
 }
 
 void AbilityCheck::checkAlarms(const XmlElement& hardware) const {
-    const std::pair<const char*, const char*> numbers[] = {
-        {"alarmInDeviceNumber", "GPIOAlarmIn"}, {"alarmOutputDeviceNumber", "GPIOAlarmOut"}};
-    for (const auto& [attribute, section] : numbers) {
-        const std::optional<int> stated = ElementPath::numberOf(m_Root, "AlarmAbility", attribute);
-        const int listed = static_cast<int>(ElementPath::itemsOf(hardware, section).size());
-        if (stated && *stated != listed && !hardware.children(section).empty()) {
-            m_Findings.warn(m_Root.child("AlarmAbility"),
-                            attribute + (" is " + text(*stated)) + ", but " + section + " in " +
-                                hardware.file() + " has " + counted(listed, "item"));
+    checkCount(Schema::ALARM_IN_NUMBER, hardware, HardwareSchema::INPUTS);
+    checkCount(Schema::ALARM_OUT_NUMBER, hardware, HardwareSchema::OUTPUTS);
+}
+
+void AbilityCheck::checkCount(const FieldSchema& field, const XmlElement& hardware,
+                              const ElementSchema& section) const {
+    const std::optional<int> stated = number(Schema::ALARMS, field);
+    const int listed = static_cast<int>(items(hardware, section).size());
+    if (stated && *stated != listed && !hardware.children(section.name).empty()) {
+        m_Findings.warn(m_Root.child(Schema::ALARMS.name),
+                        is(field, *stated) + ", but " + section.name + " in " + hardware.file() +
+                            " has " + counted(listed, "item"));
+    }
+}
+
+void AbilityCheck::checkParams(const XmlElement& monitors) const {
+    for (const XmlElement& item : items(monitors, MonitorSchema::SECTION)) {
+        if (const std::optional<int> id = item.numberIfGood(MonitorSchema::MONITOR_ID)) {
+            checkParam(item, *id);
         }
     }
+}
+
+void AbilityCheck::checkParam(const XmlElement& item, int id) const {
+    const auto monitor = m_Monitors.find(id);
+    const std::optional<int> type = item.numberIfGood(MonitorSchema::TYPE);
+    const std::optional<int> resolution = item.numberIfGood(MonitorSchema::RESOLUTION_ID);
+    if (monitor == m_Monitors.end()) {
+        m_Findings.warn(item, "the ability document has no monitor with monitorId " + text(id));
+    } else if (type && resolution && monitor->second.count({*type, *resolution}) == 0) {
+        m_Findings.warn(item, "in the ability document, monitor " + text(id) +
+                                  " has no resolution of type " + text(*type) + " with id " +
+                                  text(*resolution));
+    }
+}
+
+/// Of a field in a section of the document; empty without the section.
+std::optional<int> AbilityCheck::number(const ElementSchema& section,
+                                        const FieldSchema& field) const {
+    const std::vector<XmlElement> sections = m_Root.children(section.name);
+    return sections.empty() ? std::nullopt : sections.front().numberIfGood(field);
 }

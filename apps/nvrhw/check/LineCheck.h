@@ -2,25 +2,38 @@
 
 #include "Findings.h"
 
-/// Looks whether the board has the lines of its configuration, and changes nothing.
+#include <map>
+#include <vector>
+
+/// Looks at the lines that the hardware configuration names: whether each belongs to one input or
+/// output, and whether the board has it. Changes nothing.
 class LineCheck {
 public:
-    enum Use { INPUT, OUTPUT };
-
-    /// `device` is the GPIO device's real path. That it is missing is one finding, not one for each
-    /// line.
+    /// `device` is the GPIO device's real path. What is wrong with it is one finding, and so is
+    /// what is wrong with a bank, not one for each line.
     LineCheck(Findings& findings, const std::string& device);
 
-    /// The line that an item of the configuration names; it is at its bank, and has a level.
-    void check(const XmlElement& item, int group, int bit, Use use);
+    /// `root` is that of the hardware configuration.
+    void check(const XmlElement& root);
 
 private:
-    /// Why the line of a simulated bank cannot be used; empty when it can.
-    std::string causeOf(int group, int bit, Use use) const;
+    struct Line {
+        XmlElement item;
+        bool isOutput;
+        int bit;
+    };
+    using Lines = std::vector<Line>; ///< of one bank, in the order of the document
 
-    void checkChip(const XmlElement& item, const std::string& bank, int bit);
+    static void collect(const XmlElement& root, bool areOutputs, std::map<int, Lines>& banks);
+    void checkIsAlone(const Lines& lines, int group);
+    void checkBank(const Lines& lines, int group);
+    std::string bankFault(int group, const std::string& bank) const;
+    std::string banks() const;
+    void checkSimulated(const Line& line, int group);
+    void checkChip(const Lines& lines, const std::string& bank);
+    void addForAll(const Lines& lines, const std::string& fault);
 
     Findings& m_Findings;
     const std::string m_Device;
-    bool m_IsPresent;
+    bool m_IsUsable = false;
 };
