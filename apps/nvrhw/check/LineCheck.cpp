@@ -129,7 +129,8 @@ std::string LineCheck::banks() const {
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator(m_Device, error)) {
         const std::string name = entry.path().filename();
-        if (name.size() < 6 && name.find_first_not_of("0123456789") == std::string::npos) {
+        if ((entry.is_directory(error) || entry.is_character_file(error)) && name.size() < 6 &&
+            name.find_first_not_of("0123456789") == std::string::npos) {
             groups.insert(std::stoi(name));
         }
     }
@@ -168,13 +169,12 @@ void LineCheck::checkSimulated(const Line& line, int group) {
     }
 }
 
-/// One finding in the line of the first item, which names those of the others.
+/// One finding in the line of the first item, which names the lines of all.
 void LineCheck::addForAll(const Lines& lines, const std::string& fault) {
-    std::vector<int> others;
+    std::set<int> places;
     for (const Line& line : lines) {
-        others.push_back(line.item.line());
+        places.insert(line.item.line());
     }
-    others.erase(others.begin());
     m_Findings.error(lines.front().item,
-                     fault + (others.empty() ? "" : "; also needed in line " + listed(others)));
+                     fault + (places.size() < 2 ? "" : " (lines " + listed(places) + ")"));
 }
