@@ -41,10 +41,7 @@ void checkIsWritable(Findings& findings, const DocumentSchema& schema) {
 std::vector<Finding> BoardCheck::run() {
     Findings findings;
     const auto hardware = checkOf(findings, HardwareSchema::DOCUMENT).checkXml();
-    LineCheck lines(findings, resolve(GPIO_DEVICE));
-    if (hardware) {
-        lines.check(*hardware);
-    }
+    LineCheck::check(findings, resolve(GPIO_DEVICE), hardware);
     checkOf(findings, MachineSchema::DOCUMENT).checkIni();
     checkOf(findings, PackageSchema::DOCUMENT).checkIni();
     checkOf(findings, FileSystemSchema::DOCUMENT).checkXml();
@@ -52,14 +49,7 @@ std::vector<Finding> BoardCheck::run() {
     const auto monitors = checkOf(findings, MonitorSchema::DOCUMENT).checkXml();
     checkIsWritable(findings, MonitorSchema::DOCUMENT);
     if (const auto document = checkOf(findings, AbilitySchema::DOCUMENT).checkXml()) {
-        AbilityCheck ability(findings, *document);
-        ability.check();
-        if (hardware) {
-            ability.checkAlarms(*hardware);
-        }
-        if (monitors) {
-            ability.checkParams(*monitors);
-        }
+        AbilityCheck::check(findings, *document, hardware, monitors);
     }
     return findings.sorted();
 }

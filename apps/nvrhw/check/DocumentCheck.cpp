@@ -13,9 +13,9 @@ template <typename Schema> std::vector<std::string> namesOf(const Table<Schema>&
     return names;
 }
 
-template <typename Schema> bool knows(const Table<Schema>& schemas, const std::string& name) {
-    return std::any_of(schemas.begin(), schemas.end(),
-                       [&](const Schema& schema) { return schema.name == name; });
+bool knows(const Table<FieldSchema>& fields, const std::string& name) {
+    return std::any_of(fields.begin(), fields.end(),
+                       [&](const FieldSchema& field) { return field.name == name; });
 }
 
 /// ": unknown attribute NAME", with what may have been meant.
@@ -31,14 +31,12 @@ std::string doubtAbout(const XmlElement& element, const FieldSchema& field) {
     const std::string subject = std::string("attribute ") + field.name;
     if (field.kind == FieldSchema::NUMBER) {
         const int value = element.number(field);
-        return field.likely.has(value) ? ""
-                                       : subject + " is " + std::to_string(value) +
-                                             (value < 0 ? ", which is negative" : "");
+        const char* sign = value < 0 ? ", which is negative" : "";
+        return field.likely.has(value) ? "" : subject + " is " + std::to_string(value) + sign;
     }
     if (field.kind == FieldSchema::TEXT) {
-        const std::size_t size = element.text(field).size();
-        const int most = field.likely.highest;
-        return size <= static_cast<std::size_t>(most)
+        const auto most = static_cast<std::size_t>(field.likely.highest);
+        return element.text(field).size() <= most
                    ? ""
                    : subject + " is longer than " + std::to_string(most) + " bytes and will be cut";
     }
@@ -101,8 +99,7 @@ std::optional<XmlElement> DocumentCheck::checkXml() {
 void DocumentCheck::checkElement(const XmlElement& element, const ElementSchema& schema) {
     const int textLine = element.textLine();
     if (textLine > 0) {
-        m_Findings.add(Finding::WARNING, element.subject(),
-                       {"text between elements, which nothing reads", element.file(), textLine});
+        m_Findings.warn(element, "text between elements, which nothing reads", textLine);
     }
     checkFields(element, schema);
     checkChildren(element, schema);
@@ -123,9 +120,8 @@ void DocumentCheck::checkFields(const XmlElement& element, const ElementSchema& 
     }
     for (const XmlElement::Attribute& attribute : attributes) {
         if (!knows(schema.fields, attribute.name)) {
-            m_Findings.add(Finding::WARNING, element.subject(),
-                           {unknown("attribute", schema.fields, attribute.name), element.file(),
-                            attribute.line});
+            m_Findings.warn(element, unknown("attribute", schema.fields, attribute.name),
+                            attribute.line);
         }
     }
 }
@@ -137,7 +133,7 @@ void DocumentCheck::checkField(const XmlElement& element, const FieldSchema& fie
             doubt = field.doubt;
         }
         if (!doubt.empty()) {
-            m_Findings.add(Finding::WARNING, element.subject(), {doubt, element.file(), line});
+            m_Findings.warn(element, doubt, line);
         }
     } catch (const ConfigError& error) {
         m_Findings.add(Finding::ERROR, error.subject(), error.cause());
@@ -146,22 +142,19 @@ void DocumentCheck::checkField(const XmlElement& element, const FieldSchema& fie
 
 void DocumentCheck::checkChildren(const XmlElement& element, const ElementSchema& schema) {
     for (const XmlElement& child : element.children()) {
-        if (!knows(schema.children, child.name())) {
-            checkUnknown(child, schema);
+        if (schema.child(child.name()) != nullptr) {
+            continue;
         }
+        std::string what = unknown("element", schema.children, child.name());
+        if (what.back() != '?' && schema.children.size() == 1) {
+            what += std::string("; only ") + schema.children.begin()->name + " is read here";
+        }
+        m_Findings.add(schema.isStrict ? Finding::ERROR : Finding::WARNING, schema.name,
+                       {what, child.file(), child.line()});
     }
     for (const ElementSchema& child : schema.children) {
         checkOccurrences(element, child);
     }
-}
-
-void DocumentCheck::checkUnknown(const XmlElement& element, const ElementSchema& parent) {
-    std::string what = unknown("element", parent.children, element.name());
-    if (what.back() != '?' && parent.children.size() == 1) {
-        what += std::string("; only ") + parent.children.begin()->name + " is read here";
-    }
-    m_Findings.add(parent.isStrict ? Finding::ERROR : Finding::WARNING, parent.name,
-                   {what, element.file(), element.line()});
 }
 
 void DocumentCheck::checkOccurrences(const XmlElement& element, const ElementSchema& schema) {
@@ -225,15 +218,7 @@ void DocumentCheck::checkIni() {
                         std::to_string(first->second) + ", and only the last counts");
             }
         }
-        for (const ElementSchema& section : m_Schema.root.children) {
-            for (const FieldSchema& key : section.fields) {
-                if (key.presence != FieldSchema::OPTIONAL &&
-                    file.value(section.name, key.name).empty()) {
-                    add(Finding::WARNING, 0,
-                        std::string("section ") + section.name + " has no " + key.name);
-                }
-            }
-        }
+        checkExpected(file);
     } catch (const ConfigError& fault) {
         onFault(fault);
     }
@@ -251,5 +236,17 @@ void DocumentCheck::checkEntry(const IniFile::Entry& entry) {
         add(Finding::WARNING, entry.line,
             "key " + entry.key + " in the " +
                 unknown("section", m_Schema.root.children, entry.section));
+    }
+}
+
+void DocumentCheck::checkExpected(const IniFile& file) {
+    for (const ElementSchema& section : m_Schema.root.children) {
+        for (const FieldSchema& key : section.fields) {
+            if (key.presence != FieldSchema::OPTIONAL &&
+                file.value(section.name, key.name).empty()) {
+                add(Finding::WARNING, 0,
+                    std::string("section ") + section.name + " has no " + key.name);
+            }
+        }
     }
 }

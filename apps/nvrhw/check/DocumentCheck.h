@@ -28,10 +28,10 @@ private:
     void checkFields(const XmlElement& element, const ElementSchema& schema);
     void checkField(const XmlElement& element, const FieldSchema& field, int line);
     void checkChildren(const XmlElement& element, const ElementSchema& schema);
-    void checkUnknown(const XmlElement& element, const ElementSchema& parent);
     void checkOccurrences(const XmlElement& element, const ElementSchema& schema);
     void checkKey(const XmlElement& element, const ElementSchema& schema, Seen& seen);
     void checkEntry(const IniFile::Entry& entry);
+    void checkExpected(const IniFile& file);
     void add(Finding::Severity severity, int line, const std::string& what);
 
     Findings& m_Findings;

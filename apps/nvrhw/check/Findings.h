@@ -38,12 +38,13 @@ public:
         m_All.push_back({file, cause.line, severity, shortened<128>(subject), cause.text()});
     }
 
-    /// About an element, in the line where it begins.
+    /// About an element, in the line where it begins or another.
     void error(const XmlElement& element, const std::string& what) {
         add(Finding::ERROR, element.subject(), {what, element.file(), element.line()});
     }
-    void warn(const XmlElement& element, const std::string& what) {
-        add(Finding::WARNING, element.subject(), {what, element.file(), element.line()});
+    void warn(const XmlElement& element, const std::string& what, int line = 0) {
+        add(Finding::WARNING, element.subject(),
+            {what, element.file(), line > 0 ? line : element.line()});
     }
 
     /// By file and line; what stands in one line in the order in which it was found.
