@@ -157,11 +157,14 @@ private:
             if (!chip->has(line.bit, cause)) {
                 m_Findings.error(line.item, cause.text());
             } else if (chip->isHeld(line.bit, holder)) {
-                m_Findings.warn(line.item, bank + ": line " + std::to_string(line.bit) +
-                                               " is held by \"" + holder +
-                                               "\": only the recorder itself may hold it");
+                m_Findings.warn(line.item, heldBy(holder, bank, line.bit));
             }
         }
+    }
+
+    static std::string heldBy(const std::string& holder, const std::string& bank, int bit) {
+        return bank + ": line " + std::to_string(bit) + " is held by \"" + holder +
+               "\": only the recorder itself may hold it";
     }
 
     void checkSimulated(const Line& line, int group) {
