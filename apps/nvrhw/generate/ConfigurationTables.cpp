@@ -30,7 +30,8 @@ std::string nameOf(const DocumentSchema& document) {
 std::string row(const std::vector<std::string>& cells) {
     std::string text = "|";
     for (const std::string& cell : cells) {
-        text += (cell.empty() ? "" : " " + cell) + " |";
+        text += cell.empty() ? "" : " ";
+        text += cell + " |";
     }
     return text + "\n";
 }
@@ -76,9 +77,9 @@ public:
     explicit DocumentTable(const DocumentSchema& document) : m_Document(document) {}
 
     std::string text() {
+        const bool isIni = std::string(m_Document.path).find(".ini") != std::string::npos;
         for (const ElementSchema& section : m_Document.root.children) {
-            add(section, m_Document.whenBad[0] == '\0' ? "[" + std::string(section.name) + "]"
-                                                       : section.name);
+            add(section, isIni ? "[" + std::string(section.name) + "]" : section.name);
         }
         return row({"Where", "Field", "Meaning", "Values", "When absent"}) +
                row({"---", "---", "---", "---", "---"}) + m_Rows;

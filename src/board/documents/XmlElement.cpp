@@ -167,7 +167,7 @@ bool XmlElement::flag(const FieldSchema& field) const {
 
 std::string XmlElement::text(const FieldSchema& field) const {
     const pugi::xml_attribute attribute = find(field);
-    const std::string value = attribute.value(); // empty also when there is none
+    std::string value = attribute.value(); // empty also when there is none
     if (value.empty() && field.presence == FieldSchema::REQUIRED) {
         fail(attribute, std::string("attribute ") + field.name + " is empty");
     }

@@ -22,7 +22,7 @@ struct AbilitySchema {
     static constexpr Field DISPATCH_FIELDS[] = {
         Field::count("MaxDispatchNum", "maximum dispatch number")};
     static constexpr Element DISPATCH{
-        "DispatchAbility",      Element::OPTIONAL, "the dispatcher", DISPATCH_FIELDS, {},
+        "DispatchAbility",      Element::OPTIONAL, "dispatching", DISPATCH_FIELDS, {},
         "`MaxDispatchNum` is 0"};
 
     static constexpr Field PLAYBACK_NUMBER = Field::count("value", "channels played back at once");

@@ -79,28 +79,44 @@ struct FieldSchema {
         return field;
     }
 
-    constexpr FieldSchema as(Presence value) const { return with(&FieldSchema::presence, value); }
-    constexpr FieldSchema required() const { return as(REQUIRED); }
-    constexpr FieldSchema expected() const { return as(EXPECTED); }
-    constexpr FieldSchema from(Range range) const { return with(&FieldSchema::accepted, range); }
-    constexpr FieldSchema otherwise(const char* text) const {
-        return with(&FieldSchema::absentText, text);
-    }
-    constexpr FieldSchema otherwise(int value) const { return with(&FieldSchema::absent, value); }
-    constexpr FieldSchema mostly(Range range) const { return with(&FieldSchema::likely, range); }
-    constexpr FieldSchema key() const { return with(&FieldSchema::isKey, true); }
-    constexpr FieldSchema doubted(const char* text) const {
-        return with(&FieldSchema::doubt, text);
-    }
-    constexpr FieldSchema meaningHere(const char* text) const {
-        return with(&FieldSchema::meaning, text);
-    }
-
-private:
-    template <typename Value>
-    constexpr FieldSchema with(Value FieldSchema::*member, Value value) const {
+    constexpr FieldSchema required() const {
         FieldSchema changed = *this;
-        changed.*member = value;
+        changed.presence = REQUIRED;
+        return changed;
+    }
+    constexpr FieldSchema expected() const {
+        FieldSchema changed = *this;
+        changed.presence = EXPECTED;
+        return changed;
+    }
+    constexpr FieldSchema from(Range range) const {
+        FieldSchema changed = *this;
+        changed.accepted = range;
+        return changed;
+    }
+    constexpr FieldSchema otherwise(const char* text) const {
+        FieldSchema changed = *this;
+        changed.absentText = text;
+        return changed;
+    }
+    constexpr FieldSchema otherwise(int value) const {
+        FieldSchema changed = *this;
+        changed.absent = value;
+        return changed;
+    }
+    constexpr FieldSchema mostly(Range range) const {
+        FieldSchema changed = *this;
+        changed.likely = range;
+        return changed;
+    }
+    constexpr FieldSchema key() const {
+        FieldSchema changed = *this;
+        changed.isKey = true;
+        return changed;
+    }
+    constexpr FieldSchema doubted(const char* text) const {
+        FieldSchema changed = *this;
+        changed.doubt = text;
         return changed;
     }
 };
