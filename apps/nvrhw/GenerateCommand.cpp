@@ -6,6 +6,7 @@
 #include "ManCommands.h"
 #include "Output.h"
 #include "config/Monitor.h"
+#include "generate/ConfigurationTables.h"
 
 #include <vector>
 
@@ -36,7 +37,7 @@ void GenerateCommand::setUp(CLI::App& app, Settings& /*settings*/) {
     m_Program = app.get_parent();
     app.add_option("WHAT", m_What)
         ->required()
-        ->check(CLI::IsMember({"bash", "man", "inputs", "outputs", "monitors"}));
+        ->check(CLI::IsMember({"bash", "man", "configuration", "inputs", "outputs", "monitors"}));
 }
 
 int GenerateCommand::run(const Settings& /*settings*/) {
@@ -50,6 +51,9 @@ std::string GenerateCommand::text() const {
     }
     if (m_What == "man") {
         return ManCommands::text(*m_Program);
+    }
+    if (m_What == "configuration") {
+        return configurationTables();
     }
     if (m_What == "monitors") {
         return monitorIds();
