@@ -162,11 +162,6 @@ private:
         }
     }
 
-    static std::string heldBy(const std::string& holder, const std::string& bank, int bit) {
-        return bank + ": line " + std::to_string(bit) + " is held by \"" + holder +
-               "\": only the recorder itself may hold it";
-    }
-
     void checkSimulated(const Line& line, int group) {
         const std::string file =
             m_Device + "/" + std::to_string(group) + "/" + std::to_string(line.bit);
