@@ -1,12 +1,12 @@
 // nvrhw: what a board has, what its lines do, and why its configuration would fail.
 
-#include "CommandError.h"
-#include "Commands.h"
-#include "LogBook.h"
-#include "Output.h"
 #include "check/Suggestion.h"
+#include "commands/Commands.h"
 #include "foundation/Version.h"
 #include "platform/BoardVersion.h"
+#include "print/CommandError.h"
+#include "print/Console.h"
+#include "print/LogBook.h"
 
 #include <CLI/CLI.hpp>
 #include <csignal>
@@ -61,7 +61,7 @@ void setUp(CLI::App& program, Settings& settings) {
     settings.addTo(program);
     program.failure_message([](const CLI::App* app, const CLI::Error& error) {
         const CLI::App& chosen = chosenOf(*app);
-        return "nvrhw: " + Output::harmless(mistake(chosen, error)) + "; see `" + nameOf(chosen) +
+        return "nvrhw: " + Console::harmless(mistake(chosen, error)) + "; see `" + nameOf(chosen) +
                " --help`\n";
     });
 }
@@ -80,7 +80,7 @@ int run(int argc, const char* const* argv) {
     } catch (const CLI::Error& error) {
         std::ostringstream text; // help and version, or what is wrong
         const bool isHelp = program.exit(error, text, std::cerr) == 0;
-        Output::print(text.str());
+        Console::print(text.str());
         return isHelp ? DONE : WRONG_USAGE;
     }
 }
@@ -97,7 +97,7 @@ int main(int argc, char** argv) {
         return DONE;
     } catch (const std::exception& error) {
         LogBook::close();
-        Output::complain(error.what());
+        Console::complain(error.what());
         return FAILED;
     }
 }

@@ -1,9 +1,9 @@
-#include "PanelBoard.h"
+#include "panel/PanelBoard.h"
 
-#include "CommandError.h"
-#include "Inputs.h"
-#include "Outputs.h"
+#include "lines/AlarmInputs.h"
+#include "lines/AlarmOutputs.h"
 #include "platform/Diagnostics.h"
+#include "print/CommandError.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -29,9 +29,9 @@ std::string name(const char* what, const Line& line) {
 
 } // namespace
 
-PanelBoard::PanelBoard(const Lines& lines, PanelMailbox& mailbox)
-    : m_Operator(lines.gpioOperator()), m_Inputs(Inputs(lines).manager()),
-      m_Outputs(Outputs(lines).manager()), m_ListenerId(m_Inputs->addListener(&mailbox)) {
+PanelBoard::PanelBoard(const BoardLines& lines, PanelMailbox& mailbox)
+    : m_Operator(lines.gpioOperator()), m_Inputs(AlarmInputs(lines).manager()),
+      m_Outputs(AlarmOutputs(lines).manager()), m_ListenerId(m_Inputs->addListener(&mailbox)) {
     SafePointer<MachineConfigurationDetail> detail(lines.detail());
     m_Watch.setMachineConfigurationDetail(detail);
     m_Watch.setIOAlarmInManager(m_Inputs);
@@ -71,7 +71,7 @@ void PanelBoard::setMode(const PanelOutput& output, const AlarmOutMode& mode) {
 void PanelBoard::flip(const PanelInput& input) {
     const Line& line = input.line;
     const std::string bank =
-        GlobalEnv::getInstance()->resolve(Lines::DEVICE) + "/" + std::to_string(line.group);
+        GlobalEnv::getInstance()->resolve(BoardLines::DEVICE) + "/" + std::to_string(line.group);
     if (std::filesystem::is_character_file(bank)) {
         throw CommandError(name("input", line) + " is a line of a real GPIO chip: close or open "
                                                  "its contact; only simulated ones can be flipped");

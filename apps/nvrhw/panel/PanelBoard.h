@@ -1,22 +1,22 @@
 #pragma once
 
-#include "PanelMailbox.h"
-#include "PanelModel.h"
 #include "alarm/IOAlarmInListener.h"
 #include "alarm/IOAlarmInManager.h"
 #include "alarm/IOAlarmOutManager.h"
 #include "gpio/GPIOOperator.h"
+#include "panel/PanelMailbox.h"
+#include "panel/PanelModel.h"
 
 #include <map>
 #include <string>
 #include <vector>
 
-/// The alarm lines behind the panel, run by the library as a recorder has them. Like Lines it needs
-/// nothing else of the board.
+/// The alarm lines behind the panel, run by the library as a recorder has them. Like BoardLines it
+/// needs nothing else of the board.
 class PanelBoard {
 public:
     /// Begins to watch the inputs, whose messages go to `mailbox`. Both are kept.
-    PanelBoard(const Lines& lines, PanelMailbox& mailbox);
+    PanelBoard(const BoardLines& lines, PanelMailbox& mailbox);
 
     /// As letGo(), and ends watching.
     ~PanelBoard();

@@ -1,8 +1,8 @@
-#include "PanelControl.h"
+#include "panel/PanelControl.h"
 
-#include "CommandError.h"
-#include "Duration.h"
-#include "Outputs.h"
+#include "lines/AlarmOutputs.h"
+#include "print/CommandError.h"
+#include "print/Duration.h"
 
 #include <cstdlib>
 #include <curses.h>
@@ -15,7 +15,7 @@ float parseFrequency(const std::string& text) {
     char* rest = nullptr;
     const double value = std::strtod(text.c_str(), &rest);
     if (*rest != '\0' ||
-        !(value >= Outputs::LOWEST_FREQUENCY && value <= Outputs::HIGHEST_FREQUENCY)) {
+        !(value >= AlarmOutputs::LOWEST_FREQUENCY && value <= AlarmOutputs::HIGHEST_FREQUENCY)) {
         throw CommandError("a frequency is a number from 0.01 to 20");
     }
     return static_cast<float>(value);
@@ -23,7 +23,7 @@ float parseFrequency(const std::string& text) {
 
 int parseTimeout(const std::string& text) {
     const std::int64_t milliseconds = Duration::parse(text);
-    if (milliseconds < 0 || milliseconds > Outputs::LONGEST_TIMEOUT) {
+    if (milliseconds < 0 || milliseconds > AlarmOutputs::LONGEST_TIMEOUT) {
         throw CommandError("a time-out is such as 500ms, 10s or 2m, up to 35 minutes; 0 for none");
     }
     return static_cast<int>(milliseconds);
@@ -136,7 +136,7 @@ void PanelControl::changeMode() {
     AlarmOutMode mode = output().mode;
     mode.setMode(nextMode(mode.getMode()));
     if (mode.getMode() == AlarmOutMode::Flash && mode.getFrequency() <= 0.0F) {
-        mode.setFrequency(Outputs::DEFAULT_FREQUENCY);
+        mode.setFrequency(AlarmOutputs::DEFAULT_FREQUENCY);
     }
     setMode(mode);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "PanelBoard.h"
-#include "PanelFocus.h"
-#include "PanelModel.h"
+#include "panel/PanelBoard.h"
+#include "panel/PanelFocus.h"
+#include "panel/PanelModel.h"
 
 /// What the keys do.
 class PanelControl {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "PanelGrid.h"
-#include "PanelPrompt.h"
+#include "panel/PanelGrid.h"
+#include "panel/PanelPrompt.h"
 
 #include <string>
 

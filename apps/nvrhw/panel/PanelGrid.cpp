@@ -1,4 +1,4 @@
-#include "PanelGrid.h"
+#include "panel/PanelGrid.h"
 
 #include <algorithm>
 

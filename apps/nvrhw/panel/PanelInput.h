@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Lines.h"
+#include "lines/BoardLines.h"
 
 /// An alarm input as the panel shows it.
 struct PanelInput {

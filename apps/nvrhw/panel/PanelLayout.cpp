@@ -1,4 +1,4 @@
-#include "PanelLayout.h"
+#include "panel/PanelLayout.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "PanelListView.h"
+#include "panel/PanelListView.h"
 
-#include "PanelText.h"
+#include "print/Text.h"
 
 #include <utility>
 
@@ -33,7 +33,7 @@ void PanelListView::drawRule(const std::string& name) const {
     if (m_Grid.below() > 0) {
         hidden += L" \u2193" + std::to_wstring(m_Grid.below());
     }
-    m_Screen.put(row, m_Screen.columns() - PanelText::width(hidden), hidden, PanelScreen::STRONG);
+    m_Screen.put(row, m_Screen.columns() - Text::width(hidden), hidden, PanelScreen::STRONG);
 }
 
 void PanelListView::drawItem(int item, bool isSelected, const std::vector<Cell>& cells) const {
@@ -48,7 +48,7 @@ void PanelListView::drawItem(int item, bool isSelected, const std::vector<Cell>&
     for (std::size_t i = 0; i < m_Columns.size(); ++i) {
         const int width = m_Columns[i].width;
         if (width > 0) {
-            m_Screen.put(row, column, PanelText::fit(cells[i].text, width) + L" ",
+            m_Screen.put(row, column, Text::fit(cells[i].text, width) + L" ",
                          cells[i].style + mark);
             column += width + 1;
         }

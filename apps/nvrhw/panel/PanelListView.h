@@ -1,7 +1,7 @@
 #pragma once
 
-#include "PanelGrid.h"
-#include "PanelScreen.h"
+#include "panel/PanelGrid.h"
+#include "panel/PanelScreen.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "PanelLoop.h"
+#include "panel/PanelLoop.h"
 
 #include <algorithm>
 #include <csignal>
@@ -13,7 +13,7 @@ constexpr int IDLE_MILLISECONDS = 250; // for lines that others change, and the 
 } // namespace
 
 PanelLoop::PanelLoop(PanelBoard& board, PanelModel& model, PanelMailbox& mailbox,
-                     PanelScreen& screen, const PanelSignals& signals)
+                     PanelScreen& screen, const Signals& signals)
     : m_Board(board), m_Model(model), m_Mailbox(mailbox), m_Screen(screen), m_Signals(signals),
       m_View(screen, model, m_Focus), m_Control(board, model, m_Focus) {}
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "PanelBoard.h"
-#include "PanelControl.h"
-#include "PanelFocus.h"
-#include "PanelMailbox.h"
-#include "PanelModel.h"
-#include "PanelScreen.h"
-#include "PanelSignals.h"
-#include "PanelView.h"
+#include "panel/PanelBoard.h"
+#include "panel/PanelControl.h"
+#include "panel/PanelFocus.h"
+#include "panel/PanelMailbox.h"
+#include "panel/PanelModel.h"
+#include "panel/PanelScreen.h"
+#include "panel/PanelView.h"
+#include "print/Signals.h"
 
 /// Runs the panel: waits for keys, signals, what the library tells, and time; then brings model
 /// and picture up to date.
@@ -15,7 +15,7 @@ class PanelLoop {
 public:
     /// Keeps what it is given.
     PanelLoop(PanelBoard& board, PanelModel& model, PanelMailbox& mailbox, PanelScreen& screen,
-              const PanelSignals& signals);
+              const Signals& signals);
 
     /// Returns when its user or a signal ends it, or the terminal has gone.
     void run();
@@ -30,7 +30,7 @@ private:
     PanelModel& m_Model;
     PanelMailbox& m_Mailbox;
     PanelScreen& m_Screen;
-    const PanelSignals& m_Signals;
+    const Signals& m_Signals;
     PanelFocus m_Focus;
     PanelView m_View;
     PanelControl m_Control;

@@ -1,7 +1,7 @@
-#include "PanelMailbox.h"
+#include "panel/PanelMailbox.h"
 
-#include "PanelModel.h"
 #include "alarm/AlarmInformation.h"
+#include "panel/PanelModel.h"
 
 #include <cstdlib>
 #include <sys/eventfd.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "PanelMessage.h"
 #include "alarm/IHardwareAlarmListener.h"
+#include "panel/PanelMessage.h"
 
 #include <deque>
 #include <map>

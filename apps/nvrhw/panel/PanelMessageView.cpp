@@ -1,6 +1,6 @@
-#include "PanelMessageView.h"
+#include "panel/PanelMessageView.h"
 
-#include "PanelText.h"
+#include "print/Text.h"
 
 #include <algorithm>
 #include <ctime>
@@ -49,8 +49,8 @@ void PanelMessageView::draw(int top, int rows, int& below) {
 }
 
 int PanelMessageView::rowsOf(const PanelMessage& message) const {
-    const std::wstring text = PanelText::decode(m_Model.textOf(message));
-    return static_cast<int>(PanelText::wrap(text, m_Screen.columns() - TEXT_COLUMN - 1).size());
+    const std::wstring text = Text::decode(m_Model.textOf(message));
+    return static_cast<int>(Text::wrap(text, m_Screen.columns() - TEXT_COLUMN - 1).size());
 }
 
 // Rows before `firstRow` are not drawn.
@@ -60,8 +60,8 @@ void PanelMessageView::drawMessage(int row, int firstRow, const PanelMessage& me
         m_Screen.put(row, 1, clock(message.time), PanelScreen::FAINT);
         m_Screen.put(row, KIND_COLUMN, kind.word, kind.style);
     }
-    const std::wstring text = PanelText::decode(m_Model.textOf(message));
-    for (const std::wstring& line : PanelText::wrap(text, m_Screen.columns() - TEXT_COLUMN - 1)) {
+    const std::wstring text = Text::decode(m_Model.textOf(message));
+    for (const std::wstring& line : Text::wrap(text, m_Screen.columns() - TEXT_COLUMN - 1)) {
         if (row >= firstRow) {
             m_Screen.put(row, TEXT_COLUMN, line, PanelScreen::PLAIN);
         }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "PanelModel.h"
-#include "PanelScreen.h"
+#include "panel/PanelModel.h"
+#include "panel/PanelScreen.h"
 
 /// Draws the newest messages, the last one at the bottom; long ones take several rows.
 class PanelMessageView {

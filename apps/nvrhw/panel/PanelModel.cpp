@@ -1,8 +1,8 @@
-#include "PanelModel.h"
+#include "panel/PanelModel.h"
 
 #include <algorithm>
 
-PanelModel::PanelModel(const Lines& lines) {
+PanelModel::PanelModel(const BoardLines& lines) {
     for (const Line& line : lines.inputs()) {
         inputs.push_back({line});
     }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "PanelInput.h"
-#include "PanelMailbox.h"
-#include "PanelMessage.h"
-#include "PanelOutput.h"
+#include "panel/PanelInput.h"
+#include "panel/PanelMailbox.h"
+#include "panel/PanelMessage.h"
+#include "panel/PanelOutput.h"
 
 #include <deque>
 #include <string>
@@ -15,7 +15,7 @@ public:
     static constexpr std::size_t MOST_MESSAGES = 1000;
 
     /// Takes the lines from the configuration.
-    explicit PanelModel(const Lines& lines);
+    explicit PanelModel(const BoardLines& lines);
 
     /// Takes in what the library has told; returns how many messages came to be listed. That an
     /// input is normal when it is first heard of is no event.
@@ -23,7 +23,7 @@ public:
 
     int countInputs(PanelInput::State state) const;
 
-    /// Outputs that are active or flashing.
+    /// AlarmOutputs that are active or flashing.
     int countOutputsOn() const;
 
     /// What a message says, with the input's name.

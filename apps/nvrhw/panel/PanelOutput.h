@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Lines.h"
 #include "alarm/AlarmOutMode.h"
+#include "lines/BoardLines.h"
 
 /// An alarm output as the panel shows it.
 struct PanelOutput {

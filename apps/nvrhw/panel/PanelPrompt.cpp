@@ -1,4 +1,4 @@
-#include "PanelPrompt.h"
+#include "panel/PanelPrompt.h"
 
 #include <curses.h>
 

@@ -1,8 +1,8 @@
-#include "PanelScreen.h"
+#include "panel/PanelScreen.h"
 
-#include "CommandError.h"
-#include "Output.h"
-#include "PanelText.h"
+#include "print/CommandError.h"
+#include "print/Console.h"
+#include "print/Text.h"
 
 #include <array>
 #include <atomic>
@@ -103,7 +103,7 @@ void openTerminal() {
 }
 
 bool defineColours() {
-    if (!Output::hasColours() || !has_colors()) {
+    if (!Console::hasColours() || !has_colors()) {
         return false;
     }
     start_color();
@@ -158,14 +158,14 @@ void PanelScreen::put(int row, int column, const std::wstring& text, int style) 
     const auto pair = m_HasColours ? COLOR_PAIR(static_cast<int>(index) + 1) : 0;
     attrset(static_cast<int>(STYLES[index].attributes | static_cast<unsigned>(pair) |
                              (style >= REVERSED ? A_REVERSE : A_NORMAL)));
-    const std::wstring shown = PanelText::width(text) > rest ? PanelText::fit(text, rest) : text;
+    const std::wstring shown = Text::width(text) > rest ? Text::fit(text, rest) : text;
     mvaddnwstr(row, column, shown.c_str(), static_cast<int>(shown.size()));
 }
 
 int PanelScreen::put(int row, int column, const std::string& text, int style) {
-    const std::wstring wide = PanelText::decode(text);
+    const std::wstring wide = Text::decode(text);
     put(row, column, wide, style);
-    return column + PanelText::width(wide);
+    return column + Text::width(wide);
 }
 
 void PanelScreen::showCursorAt(int row, int column) {

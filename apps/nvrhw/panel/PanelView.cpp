@@ -1,8 +1,8 @@
-#include "PanelView.h"
+#include "panel/PanelView.h"
 
-#include "PanelMessageView.h"
-#include "PanelText.h"
-#include "PanelWords.h"
+#include "panel/PanelMessageView.h"
+#include "panel/PanelWords.h"
+#include "print/Text.h"
 
 #include <algorithm>
 #include <ctime>
@@ -59,7 +59,7 @@ struct LineColumns {
         for (const T& each : lines) {
             const Line& line = each.line;
             id = std::max(id, static_cast<int>(std::to_string(line.id).size()));
-            name = std::max(name, PanelText::width(PanelText::decode(line.name)));
+            name = std::max(name, Text::width(Text::decode(line.name)));
             place = std::max(place, static_cast<int>(PanelWords::place(line).size()));
         }
         // The heading of the list stands above these two columns.
@@ -81,8 +81,8 @@ struct LineColumns {
         std::wstring number = std::to_wstring(each.line.id);
         number.insert(0, static_cast<std::size_t>(id) - number.size(), L' ');
         return {{number},
-                {PanelText::decode(each.line.name)},
-                {PanelText::decode(PanelWords::place(each.line))},
+                {Text::decode(each.line.name)},
+                {Text::decode(PanelWords::place(each.line))},
                 {L" " + PanelWords::level(each.level)},
                 PanelWords::state(each)};
     }
@@ -122,7 +122,7 @@ void PanelView::drawTooSmall() {
                              std::to_string(m_Screen.rows()) +
                              ". Make it larger, or press q to quit.";
     int row = 0;
-    for (const auto& line : PanelText::wrap(PanelText::decode(text), m_Screen.columns())) {
+    for (const auto& line : Text::wrap(Text::decode(text), m_Screen.columns())) {
         m_Screen.put(row++, 0, line, PanelScreen::STRONG);
     }
 }
@@ -160,8 +160,7 @@ void PanelView::drawTitle() {
         plural(m_Model.countOutputsOn(), "output", "outputs") + " on  " + clock + " ";
     const int right = m_Screen.columns() - static_cast<int>(alarmText.size() + rest.size());
 
-    m_Screen.put(0, 0,
-                 PanelText::fit(L" nvrhw panel  " + PanelText::decode(m_Model.machine), right),
+    m_Screen.put(0, 0, Text::fit(L" nvrhw panel  " + Text::decode(m_Model.machine), right),
                  PanelScreen::STRONG + bar);
     m_Screen.put(0, right, alarmText, (alarms > 0 ? PanelScreen::BAD : PanelScreen::PLAIN) + bar);
     m_Screen.put(0, right + static_cast<int>(alarmText.size()), rest, PanelScreen::PLAIN + bar);
@@ -197,8 +196,8 @@ void PanelView::drawOutputs(const PanelLayout& layout) {
         const PanelOutput& output = m_Model.outputs[i];
         const int item = static_cast<int>(i);
         auto cells = lines.cells(output);
-        cells.push_back({PanelText::decode(PanelWords::remaining(output))});
-        cells.push_back({PanelText::decode(PanelWords::mode(output.mode))});
+        cells.push_back({Text::decode(PanelWords::remaining(output))});
+        cells.push_back({Text::decode(PanelWords::mode(output.mode))});
         list.drawItem(
             item, m_Focus.list == PanelFocus::OUTPUTS && item == m_Focus.outputs.selected(), cells);
     }
@@ -210,7 +209,7 @@ void PanelView::drawMessages(const PanelLayout& layout) {
     view.draw(layout.messageTop(), layout.messageRows, m_Focus.messagesBelow);
     if (m_Focus.messagesBelow > 0) {
         const std::wstring text = L" \u2193" + std::to_wstring(m_Focus.messagesBelow) + L" newer";
-        m_Screen.put(layout.messageTop() - 1, m_Screen.columns() - PanelText::width(text), text,
+        m_Screen.put(layout.messageTop() - 1, m_Screen.columns() - Text::width(text), text,
                      PanelScreen::STRONG);
     }
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "PanelFocus.h"
-#include "PanelLayout.h"
-#include "PanelListView.h"
-#include "PanelModel.h"
-#include "PanelScreen.h"
+#include "panel/PanelFocus.h"
+#include "panel/PanelLayout.h"
+#include "panel/PanelListView.h"
+#include "panel/PanelModel.h"
+#include "panel/PanelScreen.h"
 
 /// Draws what the panel knows, as far as its user looks at it.
 class PanelView {

@@ -1,6 +1,6 @@
-#include "PanelWords.h"
+#include "panel/PanelWords.h"
 
-#include "Duration.h"
+#include "print/Duration.h"
 
 #include <cstdio>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "PanelInput.h"
-#include "PanelListView.h"
-#include "PanelOutput.h"
+#include "panel/PanelInput.h"
+#include "panel/PanelListView.h"
+#include "panel/PanelOutput.h"
 
 #include <string>
 

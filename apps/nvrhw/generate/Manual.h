@@ -1,0 +1,13 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+/// Writes the manual page's section about the subcommands, for help2man to include, from what the
+/// command line's parser knows.
+class Manual {
+public:
+    Manual() = delete;
+
+    static std::string text(const CLI::App& program);
+};
