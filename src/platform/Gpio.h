@@ -66,8 +66,6 @@ public:
     virtual int get(const std::vector<IOInfo>& lines, std::vector<IOState>& states) = 0;
 };
 
-class GPIOBankTable;
-
 /// The driver over the banks of one device: a directory with one entry per group.
 class NVRHW_API GPIO : public IGPIO {
 public:
@@ -84,9 +82,10 @@ public:
     int get(int group, int bit, int& level) override;
     int get(const std::vector<IOInfo>& lines, std::vector<IOState>& states) override;
 
-    /// The device; to be set before init().
+    /// The device; to be set before init(). Default "/dev/gpiodrv".
     std::string m_DeviceName;
 
 private:
-    std::shared_ptr<GPIOBankTable> m_Banks;
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

@@ -26,8 +26,6 @@ public:
     virtual int stopDetect() = 0;
 };
 
-class GPIODetector;
-
 /// The detector over the banks of one device.
 ///
 /// However many changes come, and however fast: the handler runs once more after the last of
@@ -67,5 +65,6 @@ public:
     std::string m_DeviceName;
 
 private:
-    std::unique_ptr<GPIODetector> m_Detector;
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

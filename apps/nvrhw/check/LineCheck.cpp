@@ -45,11 +45,11 @@ void LineCheck::check(const XmlElement& item, int group, int bit, Use use) {
 
 // Looking at a chip requests no line of it.
 void LineCheck::checkChip(const XmlElement& item, const std::string& bank, int bit) {
-    std::string cause;
+    Cause cause;
     std::string holder;
     const std::unique_ptr<KernelChip> chip = KernelChip::open(bank, cause);
     if (chip == nullptr || !chip->has(bit, cause)) {
-        m_Findings.error(item, cause);
+        m_Findings.error(item, cause.text());
     } else if (chip->isHeld(bit, holder)) {
         m_Findings.warn(item, bank + ": line " + std::to_string(bit) + " is held by \"" + holder +
                                   "\": only the recorder itself may hold it");
@@ -60,8 +60,8 @@ std::string LineCheck::causeOf(int group, int bit, Use use) const {
     const std::string line = m_Device + "/" + std::to_string(group) + "/" + std::to_string(bit);
     GPIOReading reading{group, bit};
     SimulatedBank(m_Device, group).read({&reading});
-    if (!reading.cause.empty()) {
-        return "the line cannot be read: " + reading.cause;
+    if (reading.cause) {
+        return "the line cannot be read: " + reading.cause.text();
     }
     if (use == OUTPUT && faccessat(AT_FDCWD, line.c_str(), W_OK, AT_EACCESS) != 0) {
         return "the line cannot be driven: " + errnoText(line);

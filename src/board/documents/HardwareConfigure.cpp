@@ -2,7 +2,7 @@
 
 #include "board/documents/ConfigError.h"
 #include "board/documents/XmlElement.h"
-#include "board/gpio/bank/GPIOLineTable.h"
+#include "board/gpio/bank/GPIOLineSettingsTable.h"
 
 namespace {
 
@@ -74,7 +74,8 @@ int GPIOSignalConfigure::getConfig(SafePointer<HardwareConfigItemList>& list) {
             items->addHardwareConfigItem(SafePointer<HardwareConfigItem>(signals.back()));
         }
         for (const auto& signal : signals) {
-            GPIOLineTable::set(signal->getGroup(), signal->getBitPosition(), signal->getSettings());
+            GPIOLineSettingsTable::set(signal->getGroup(), signal->getBitPosition(),
+                                       signal->getSettings());
         }
         list = items;
     });

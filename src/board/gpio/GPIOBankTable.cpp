@@ -2,7 +2,7 @@
 
 #include "board/gpio/kernel/KernelBank.h"
 #include "board/gpio/simulated/SimulatedBank.h"
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 
 #include <sys/stat.h>
 #include <utility>
@@ -38,26 +38,26 @@ std::shared_ptr<GPIOBankTable> GPIOBankTable::of(const std::string& device) {
 GPIOBankTable::GPIOBankTable(std::string device)
     : m_Device(std::move(device)), m_FaultBook(std::make_shared<GPIOFaultBook>()) {}
 
-bool GPIOBankTable::isPresent(std::string& cause) const {
+bool GPIOBankTable::isPresent(Cause& cause) const {
     struct stat info {};
     if (stat(m_Device.c_str(), &info) != 0) {
-        cause = errnoText(m_Device);
+        cause = Cause::fromErrno(m_Device);
         return false;
     }
     if (!S_ISDIR(info.st_mode)) {
-        cause = m_Device + ": not a directory of banks";
+        cause = {"not a directory of banks", m_Device};
         return false;
     }
     return true;
 }
 
-std::shared_ptr<GPIOBank> GPIOBankTable::find(int group, int bit, std::string& cause) {
+std::shared_ptr<GPIOBank> GPIOBankTable::find(int group, int bit, Cause& cause) {
     if (m_Device.empty()) {
-        cause = "the driver is not initialised";
+        cause = {"the driver is not initialised"};
         return nullptr;
     }
     if (group < 0 || bit < 0) {
-        cause = "groups and bits are not negative";
+        cause = {"groups and bits are not negative"};
         return nullptr;
     }
     const std::string path = m_Device + "/" + std::to_string(group);
@@ -72,7 +72,7 @@ std::shared_ptr<GPIOBank> GPIOBankTable::find(int group, int bit, std::string& c
     std::shared_ptr<GPIOBank>& bank = m_Banks[group];
     const bool there = stat(path.c_str(), &entry) == 0;
     if (!there) {
-        cause = errnoText(path);
+        cause = Cause::fromErrno(path);
     }
     if (bank != nullptr && (!there || !bank->isCurrent(entry))) {
         bank->retire();
@@ -90,16 +90,15 @@ std::shared_ptr<GPIOBank> GPIOBankTable::findKnown(int group) {
     return known != m_Banks.end() ? known->second : nullptr;
 }
 
-std::shared_ptr<GPIOBank> GPIOBankTable::open(int group, const struct stat& entry,
-                                              std::string& cause) {
+std::shared_ptr<GPIOBank> GPIOBankTable::open(int group, const struct stat& entry, Cause& cause) {
     if (S_ISDIR(entry.st_mode)) {
         return std::make_shared<SimulatedBank>(m_Device, group);
     }
     if (S_ISCHR(entry.st_mode)) {
         return KernelBank::open(m_Device, group, m_FaultBook, cause);
     }
-    cause = m_Device + "/" + std::to_string(group) +
-            ": not a bank, which is a GPIO chip or a directory with one file per line";
+    cause = {"not a bank, which is a GPIO chip or a directory with one file per line",
+             m_Device + "/" + std::to_string(group)};
     return nullptr;
 }
 
@@ -113,7 +112,7 @@ bool GPIOBankTable::read(std::vector<GPIOReading>& readings) {
     bool all = true;
     for (const GPIOReading& reading : readings) {
         m_FaultBook->note(GPIOFaultBook::READ, reading.group, reading.bit, reading.cause);
-        all = all && reading.cause.empty();
+        all = all && !reading.cause;
     }
     return all;
 }
@@ -128,9 +127,9 @@ void GPIOBankTable::readAll(const std::vector<GPIOReading*>& readings) {
     }
     for (const auto& [bank, lines] : banks) {
         bank->read(lines);
-        std::string cause;
+        Cause cause;
         const GPIOReading& first = *lines.front();
-        const auto present = first.cause.empty() ? bank : find(first.group, first.bit, cause);
+        const auto present = first.cause ? find(first.group, first.bit, cause) : bank;
         if (present == bank) {
             continue;
         }
@@ -144,11 +143,11 @@ void GPIOBankTable::readAll(const std::vector<GPIOReading*>& readings) {
 }
 
 bool GPIOBankTable::drive(int group, int bit, int level) {
-    std::string cause;
+    Cause cause;
     const auto bank = find(group, bit, cause);
     bool driven = bank != nullptr && bank->drive(bit, level, cause);
     if (bank != nullptr && !driven) {
-        std::string later;
+        Cause later;
         const auto present = find(group, bit, later);
         if (present != bank) { // exchanged meanwhile
             cause = later;

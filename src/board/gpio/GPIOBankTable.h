@@ -14,6 +14,9 @@
 /// when the table is made. Thread-safe.
 class GPIOBankTable {
 public:
+    /// The device that is used where nobody names another, below the root directory.
+    static constexpr char DEVICE[] = "/dev/gpiodrv";
+
     /// The table of this device, one for the whole process as long as anybody holds it.
     static std::shared_ptr<GPIOBankTable> of(const std::string& device);
 
@@ -21,10 +24,10 @@ public:
     explicit GPIOBankTable(std::string device);
 
     /// False, and `cause`, when the device is not there.
-    bool isPresent(std::string& cause) const;
+    bool isPresent(Cause& cause) const;
 
     /// The bank of a line; null, and `cause`, when there is none.
-    std::shared_ptr<GPIOBank> find(int group, int bit, std::string& cause);
+    std::shared_ptr<GPIOBank> find(int group, int bit, Cause& cause);
 
     /// Reads every line it can; failures are logged. False when any of them failed.
     bool read(std::vector<GPIOReading>& readings);
@@ -36,7 +39,7 @@ public:
 
 private:
     std::shared_ptr<GPIOBank> findKnown(int group);
-    std::shared_ptr<GPIOBank> open(int group, const struct stat& entry, std::string& cause);
+    std::shared_ptr<GPIOBank> open(int group, const struct stat& entry, Cause& cause);
     void readAll(const std::vector<GPIOReading*>& readings);
 
     const std::string m_Device;

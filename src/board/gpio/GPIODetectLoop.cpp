@@ -1,13 +1,12 @@
 #include "board/gpio/GPIODetectLoop.h"
 
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 #include "board/runtime/ExceptionText.h"
 #include "board/runtime/StopSignal.h"
 #include "platform/Diagnostics.h"
 
 #include <iterator>
 #include <poll.h>
-#include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <utility>
 
@@ -19,11 +18,11 @@ constexpr int WITHOUT_LIMIT = -1;
 
 } // namespace
 
-bool GPIODetectLoop::open(const std::string& device, std::string& cause) {
+bool GPIODetectLoop::open(const std::string& device, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     forgetLines();
     m_Banks.reset();
-    if (!m_Epoll.isValid() && !makeDescriptors(cause)) {
+    if (!m_Epoll.has_value() && !makeDescriptors(cause)) {
         return false;
     }
     const auto banks = GPIOBankTable::of(device);
@@ -34,16 +33,13 @@ bool GPIODetectLoop::open(const std::string& device, std::string& cause) {
     return true;
 }
 
-bool GPIODetectLoop::makeDescriptors(std::string& cause) {
-    FileDescriptor epoll(epoll_create1(EPOLL_CLOEXEC));
+bool GPIODetectLoop::makeDescriptors(Cause& cause) {
+    m_Epoll.emplace();
     m_Wake = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-    epoll_event interest{};
-    interest.events = EPOLLIN;
-    if (epoll_ctl(epoll.get(), EPOLL_CTL_ADD, m_Wake.get(), &interest) != 0) {
-        cause = errnoText("epoll_ctl");
+    if (!m_Epoll->add(m_Wake.get(), cause)) {
+        m_Epoll.reset();
         return false;
     }
-    m_Epoll = std::move(epoll);
     return true;
 }
 
@@ -60,24 +56,24 @@ void GPIODetectLoop::setHandler(int signalNumber, IGPIODetect::Handler handler) 
     m_Handler = handler;
 }
 
-bool GPIODetectLoop::isReady(std::string& cause) {
+bool GPIODetectLoop::isReady(Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Banks == nullptr) {
-        cause = "the detector is not open";
+        cause = {"the detector is not open"};
     } else if (m_Handler == nullptr) {
-        cause = "no handler is set";
+        cause = {"no handler is set"};
     }
-    return cause.empty();
+    return !cause;
 }
 
-bool GPIODetectLoop::addLine(int group, int bit, std::string& cause) {
+bool GPIODetectLoop::addLine(int group, int bit, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Banks == nullptr) {
-        cause = "the detector is not open";
+        cause = {"the detector is not open"};
         return false;
     }
     if (group < 0 || bit < 0) {
-        cause = "groups and bits are not negative";
+        cause = {"groups and bits are not negative"};
         return false;
     }
     Group& lines = m_Groups[group];
@@ -89,11 +85,11 @@ bool GPIODetectLoop::addLine(int group, int bit, std::string& cause) {
     return true;
 }
 
-bool GPIODetectLoop::removeLine(int group, int bit, std::string& cause) {
+bool GPIODetectLoop::removeLine(int group, int bit, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     const auto known = m_Groups.find(group);
     if (known == m_Groups.end() || known->second.bits.count(bit) == 0) {
-        cause = "the line is not watched";
+        cause = {"the line is not watched"};
         return false;
     }
     forget(group, bit);
@@ -127,7 +123,7 @@ void GPIODetectLoop::forget(int number, int bit) {
 }
 
 // Puts a new watch of the group's lines in place of the one it has.
-bool GPIODetectLoop::beginWatch(int number, Group& group, std::string& cause) {
+bool GPIODetectLoop::beginWatch(int number, Group& group, Cause& cause) {
     const auto bank = m_Banks->find(number, *group.bits.begin(), cause);
     auto watch = bank != nullptr ? bank->watch(cause) : nullptr;
     if (watch == nullptr) {
@@ -138,10 +134,7 @@ bool GPIODetectLoop::beginWatch(int number, Group& group, std::string& cause) {
             return false;
         }
     }
-    epoll_event interest{};
-    interest.events = EPOLLIN;
-    if (epoll_ctl(m_Epoll.get(), EPOLL_CTL_ADD, watch->getDescriptor(), &interest) != 0) {
-        cause = errnoText("epoll_ctl");
+    if (!m_Epoll->add(watch->getDescriptor(), cause)) {
         return false;
     }
     endWatch(group);
@@ -149,16 +142,15 @@ bool GPIODetectLoop::beginWatch(int number, Group& group, std::string& cause) {
     return true;
 }
 
-// Taken out by hand: a descriptor that a child process inherited would stay in the epoll.
 void GPIODetectLoop::endWatch(Group& group) {
     if (group.watch != nullptr) {
-        epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, group.watch->getDescriptor(), nullptr);
+        m_Epoll->remove(group.watch->getDescriptor());
         group.watch.reset();
     }
 }
 
 bool GPIODetectLoop::restore(int number, Group& group) {
-    std::string cause;
+    Cause cause;
     const bool restored = beginWatch(number, group, cause);
     if (!restored) {
         endWatch(group);
@@ -172,7 +164,7 @@ bool GPIODetectLoop::waitForEvents() {
     StopSignal& stop = *StopSignal::ofThisThread();
     const int stopDescriptor = stop.getDescriptor();
     const int limit = stopDescriptor >= 0 ? timeout() : RETRY_INTERVAL;
-    pollfd sources[] = {{stopDescriptor, POLLIN, 0}, {m_Epoll.get(), POLLIN, 0}};
+    pollfd sources[] = {{stopDescriptor, POLLIN, 0}, {m_Epoll->getDescriptor(), POLLIN, 0}};
     poll(sources, std::size(sources), limit);
     return !stop.isRequested();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "board/gpio/GPIOBankTable.h"
+#include "board/gpio/bank/Epoll.h"
 #include "board/gpio/bank/GPIOBankWatch.h"
 #include "board/runtime/FileDescriptor.h"
 #include "platform/GpioDetect.h"
@@ -8,8 +9,8 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
-#include <string>
 
 /// What a detector's thread does: waits for changes of the watched lines and calls the handler.
 /// Shared with a pass in progress, so that the handler may destroy the detector. Thread-safe; the
@@ -17,7 +18,7 @@
 class GPIODetectLoop : public std::enable_shared_from_this<GPIODetectLoop> {
 public:
     /// Starts over with the banks of this device and no line. False, and `cause`, on failure.
-    bool open(const std::string& device, std::string& cause);
+    bool open(const std::string& device, Cause& cause);
 
     /// Forgets banks, lines and handler.
     void close();
@@ -25,11 +26,11 @@ public:
     void setHandler(int signalNumber, IGPIODetect::Handler handler);
 
     /// True when it is open and has a handler; else false, and `cause`.
-    bool isReady(std::string& cause);
+    bool isReady(Cause& cause);
 
     /// False, and `cause`, on failure.
-    bool addLine(int group, int bit, std::string& cause);
-    bool removeLine(int group, int bit, std::string& cause);
+    bool addLine(int group, int bit, Cause& cause);
+    bool removeLine(int group, int bit, Cause& cause);
 
     /// Waits until something happens or the thread shall stop, and calls the handler at most once.
     int pass();
@@ -40,10 +41,10 @@ private:
         std::unique_ptr<GPIOBankWatch> watch; // null while the bank is lost
     };
 
-    bool makeDescriptors(std::string& cause);
+    bool makeDescriptors(Cause& cause);
     void forgetLines() NVRHW_REQUIRES(m_Mutex);
     void forget(int number, int bit) NVRHW_REQUIRES(m_Mutex);
-    bool beginWatch(int number, Group& group, std::string& cause) NVRHW_REQUIRES(m_Mutex);
+    bool beginWatch(int number, Group& group, Cause& cause) NVRHW_REQUIRES(m_Mutex);
     void endWatch(Group& group) NVRHW_REQUIRES(m_Mutex);
     bool restore(int number, Group& group) NVRHW_REQUIRES(m_Mutex);
     bool waitForEvents();
@@ -54,7 +55,7 @@ private:
     XQMutex m_Mutex;
     // All watches behind one descriptor, so that lines can be added while a pass waits for it. Made
     // by the first open(), before there is a thread.
-    FileDescriptor m_Epoll;
+    std::optional<Epoll> m_Epoll;
     FileDescriptor m_Wake; // written when what a pass waits for has changed
     std::shared_ptr<GPIOBankTable> m_Banks NVRHW_GUARDED_BY(m_Mutex);
     std::map<int, Group> m_Groups NVRHW_GUARDED_BY(m_Mutex);

@@ -11,35 +11,40 @@ std::shared_ptr<GPIOBankTable> noBanks() { return std::make_shared<GPIOBankTable
 
 } // namespace
 
-// m_Banks is never null and only accessed atomically: init() and uninit() may come while other
-// threads are reading and driving.
-GPIO::GPIO() : m_DeviceName("/dev/gpiodrv"), m_Banks(noBanks()) {}
+// Never null and only accessed atomically: init() and uninit() may come while other threads are
+// reading and driving.
+struct GPIO::Impl {
+    std::shared_ptr<GPIOBankTable> banks = noBanks();
+};
+
+GPIO::GPIO() : m_DeviceName(GPIOBankTable::DEVICE), m_Impl(new Impl) {}
 
 GPIO::~GPIO() noexcept = default;
 
 int GPIO::init() {
     const auto banks = GPIOBankTable::of(GlobalEnv::getInstance()->resolve(m_DeviceName));
-    std::atomic_store(&m_Banks, banks);
-    std::string cause;
+    std::atomic_store(&m_Impl->banks, banks);
+    Cause cause;
     if (!banks->isPresent(cause)) {
-        Logger::writeLog("GPIOError", ("no GPIO device: " + cause).c_str(), SOURCE, __LINE__);
+        Logger::writeLog("GPIOError", ("no GPIO device: " + cause.text()).c_str(), SOURCE,
+                         __LINE__);
         return 0;
     }
     return 1;
 }
 
 int GPIO::uninit() {
-    std::atomic_store(&m_Banks, noBanks());
+    std::atomic_store(&m_Impl->banks, noBanks());
     return 1;
 }
 
 int GPIO::set(int group, int bit, int level) {
-    return std::atomic_load(&m_Banks)->drive(group, bit, level != 0 ? 1 : 0) ? 1 : 0;
+    return std::atomic_load(&m_Impl->banks)->drive(group, bit, level != 0 ? 1 : 0) ? 1 : 0;
 }
 
 int GPIO::get(int group, int bit, int& level) {
     std::vector<GPIOReading> reading{{group, bit}};
-    if (!std::atomic_load(&m_Banks)->read(reading)) {
+    if (!std::atomic_load(&m_Impl->banks)->read(reading)) {
         return 0;
     }
     level = reading.front().level;
@@ -52,10 +57,10 @@ int GPIO::get(const std::vector<IOInfo>& lines, std::vector<IOState>& states) {
     for (const IOInfo& line : lines) {
         readings.push_back({line.getGroupId(), line.getBitPosion()});
     }
-    const bool all = std::atomic_load(&m_Banks)->read(readings);
+    const bool all = std::atomic_load(&m_Impl->banks)->read(readings);
     states.clear();
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (readings[i].cause.empty()) {
+        if (!readings[i].cause) {
             states.emplace_back(lines[i].getId(), readings[i].level);
         }
     }

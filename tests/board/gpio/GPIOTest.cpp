@@ -1,5 +1,6 @@
 #include "platform/Gpio.h"
 
+#include "board/gpio/GPIOFaults.h"
 #include "support/LogCapture.h"
 #include "support/SimulatedBoard.h"
 
@@ -22,6 +23,14 @@ protected:
         const bool read = m_Gpio.get(group, bit, level) != 0;
         EXPECT_EQ(level != 7, read);
         return read ? level : -1;
+    }
+
+    /// Why the last attempt failed, as a log would tell it; empty when it did not.
+    static std::string fault(GPIOFaults::Operation operation, int group, int bit) {
+        Cause cause;
+        const bool found = GPIOFaults::find(operation, group, bit, cause);
+        EXPECT_EQ(found, static_cast<bool>(cause));
+        return cause.text();
     }
 
     SimulatedBoard m_Board;
@@ -64,9 +73,13 @@ TEST_F(GPIOTest, RefusesWhatIsNoLineAndHealsAndLogsEachOnce) {
         const auto [group, bit] = line;
         const auto name = "group " + std::to_string(group) + ", bit " + std::to_string(bit);
         EXPECT_EQ(get(group, bit), -1) << name;
-        m_Log.expectOne({name + " cannot be read", cause});
+        const std::string found = fault(GPIOFaultBook::READ, group, bit);
+        EXPECT_NE(found.find(cause), std::string::npos) << name << ": " << found;
+        EXPECT_EQ(fault(GPIOFaultBook::DRIVE, group, bit), "") << name;
+        m_Log.expectOne({name + " cannot be read: " + found + " ("});
         EXPECT_EQ(m_Gpio.set(group, bit, 1), 0) << name;
-        m_Log.expectOne({name + " cannot be driven", cause});
+        m_Log.expectOne(
+            {name + " cannot be driven: " + fault(GPIOFaultBook::DRIVE, group, bit) + " ("});
     }
     EXPECT_FALSE(fs::exists(m_Board.line(0, 9))) << "a drive made a line";
     EXPECT_EQ(get(0, 0), 0) << "driven through a link";
@@ -82,6 +95,7 @@ TEST_F(GPIOTest, RefusesWhatIsNoLineAndHealsAndLogsEachOnce) {
         m_Log.expectOne({"can be driven again"});
         EXPECT_EQ(get(0, bit), 1);
         m_Log.expectOne({std::to_string(bit) + " can be read again"});
+        EXPECT_EQ(fault(GPIOFaultBook::READ, 0, bit) + fault(GPIOFaultBook::DRIVE, 0, bit), "");
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "board/gpio/bank/GPIOBankWatch.h"
+#include "board/runtime/Cause.h"
 
 #include <memory>
 #include <string>
@@ -12,8 +13,8 @@ struct stat;
 struct GPIOReading {
     int group;
     int bit;
-    int level = 0;       ///< 0 or 1; without meaning when there is a cause
-    std::string cause{}; ///< why the line could not be read; empty when it could
+    int level = 0; ///< 0 or 1; without meaning when there is a cause
+    Cause cause{}; ///< why the line could not be read; empty when it could
 };
 
 /// The lines of one group. The driver and the detectors of a process share it: every operation may
@@ -33,8 +34,8 @@ public:
     virtual void read(const std::vector<GPIOReading*>& readings) = 0;
 
     /// Makes a line an output with the level 0 or 1. False, and `cause`, on failure.
-    virtual bool drive(int bit, int level, std::string& cause) = 0;
+    virtual bool drive(int bit, int level, Cause& cause) = 0;
 
     /// A watch that does not cover any line yet; null, and `cause`, on failure.
-    virtual std::unique_ptr<GPIOBankWatch> watch(std::string& cause) = 0;
+    virtual std::unique_ptr<GPIOBankWatch> watch(Cause& cause) = 0;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include "board/runtime/Cause.h"
 
 /// Notices changes of lines of one bank, for one detector, which keeps its calls apart.
 class GPIOBankWatch {
@@ -22,7 +22,7 @@ public:
 
     /// Covers one more line: a change after the return is found. A line that cannot be had now is
     /// tried again by drain(). False, and `cause`, when the watch is lost.
-    virtual bool add(int bit, std::string& cause) = 0;
+    virtual bool add(int bit, Cause& cause) = 0;
     virtual void remove(int bit) = 0;
 
     /// Takes what is pending, without blocking. A change that comes after the return makes the

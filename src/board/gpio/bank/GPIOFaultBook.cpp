@@ -10,29 +10,49 @@ constexpr const char* FAILS[] = {
     " cannot be read: ", " cannot be driven: ", " cannot be watched: "};
 constexpr const char* WORKS[] = {" can be read again", " can be driven again", " is watched again"};
 
+std::string groupName(int group) { return "group " + std::to_string(group); }
+
+std::string lineName(int group, int bit) {
+    return groupName(group) + ", bit " + std::to_string(bit);
+}
+
+void write(const std::string& record) {
+    Logger::writeLog("GPIOError", record.c_str(), SOURCE, __LINE__);
+}
+
 } // namespace
 
-void GPIOFaultBook::note(Operation operation, int group, int bit, const std::string& cause) {
-    if (cause.empty() && m_Count.load(std::memory_order_relaxed) == 0) { // the usual case: no lock
+bool GPIOFaultBook::find(Operation operation, int group, int bit, Cause& cause) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const auto known = m_Faults.find(key(operation, group, bit));
+    if (known == m_Faults.end()) {
+        return false;
+    }
+    cause = known->second.cause;
+    return true;
+}
+
+void GPIOFaultBook::note(Operation operation, int group, int bit, const Cause& cause) {
+    if (!cause && m_Count.load(std::memory_order_relaxed) == 0) { // the usual case: no lock
         return;
     }
     int failures = 0;
-    if (!enter({operation, group, operation == WATCH ? 0 : bit}, cause, failures)) {
+    if (!enter(key(operation, group, bit), cause, failures)) {
         return;
     }
-    std::string text = "group " + std::to_string(group);
-    if (operation != WATCH) {
-        text += ", bit " + std::to_string(bit);
-    }
-    text += cause.empty() ? WORKS[operation] : FAILS[operation] + cause;
+    std::string text = cause ? FAILS[operation] + cause.text() : WORKS[operation];
     if (failures != 0) {
         text += " (failed " + std::to_string(failures) + " times before)";
     }
-    Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
+    write((operation == WATCH ? groupName(group) : lineName(group, bit)) + text);
+}
+
+void GPIOFaultBook::tell(int group, int bit, const std::string& text) {
+    write(lineName(group, bit) + text);
 }
 
 // True when this is news; then `failures` is how often it had failed for the cause before.
-bool GPIOFaultBook::enter(const Key& key, const std::string& cause, int& failures) {
+bool GPIOFaultBook::enter(const Key& key, const Cause& cause, int& failures) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     const auto known = m_Faults.find(key);
     if (known != m_Faults.end() && known->second.cause == cause) {
@@ -42,8 +62,8 @@ bool GPIOFaultBook::enter(const Key& key, const std::string& cause, int& failure
     if (known != m_Faults.end()) {
         failures = known->second.count;
     }
-    const bool news = known != m_Faults.end() || !cause.empty();
-    if (!cause.empty()) {
+    const bool news = cause || known != m_Faults.end();
+    if (cause) {
         m_Faults[key] = {cause, 1};
     } else if (known != m_Faults.end()) {
         m_Faults.erase(known);

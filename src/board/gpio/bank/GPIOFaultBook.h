@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board/runtime/Cause.h"
 #include "platform/base/Mutex.h"
 
 #include <atomic>
@@ -7,26 +8,35 @@
 #include <string>
 #include <tuple>
 
-/// Logs the failures of lines: one record when a line begins to fail or the cause changes, one
-/// when it works again. What is repeated in between is counted: the next record tells how often it
-/// has failed. Thread-safe.
+/// Knows why lines fail at present, and logs it: one record when a line begins to fail or the cause
+/// changes, one when it works again. What is repeated in between is counted: the next record tells
+/// how often it has failed. Thread-safe.
 class GPIOFaultBook {
 public:
     enum Operation { READ, DRIVE, WATCH };
 
     /// Notes how an operation on a line ended; an empty cause is success. A watch belongs to the
     /// whole group, whatever the bit.
-    void note(Operation operation, int group, int bit, const std::string& cause);
+    void note(Operation operation, int group, int bit, const Cause& cause);
+
+    /// Logs what else is to be known of a line: "group G, bit B" and the text.
+    static void tell(int group, int bit, const std::string& text);
+
+    /// Why the last attempt failed; false, and `cause` untouched, when it did not.
+    bool find(Operation operation, int group, int bit, Cause& cause);
 
 private:
     using Key = std::tuple<Operation, int, int>;
 
     struct Fault {
-        std::string cause;
+        Cause cause;
         int count = 0; // of failures
     };
 
-    bool enter(const Key& key, const std::string& cause, int& failures);
+    static Key key(Operation operation, int group, int bit) {
+        return {operation, group, operation == WATCH ? 0 : bit};
+    }
+    bool enter(const Key& key, const Cause& cause, int& failures);
 
     XQMutex m_Mutex;
     std::map<Key, Fault> m_Faults NVRHW_GUARDED_BY(m_Mutex);

@@ -2,10 +2,9 @@
 
 #include "board/gpio/kernel/KernelChip.h"
 #include "board/gpio/kernel/KernelWatch.h"
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 
 #include <algorithm>
-#include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <sys/stat.h>
 #include <utility>
@@ -14,32 +13,23 @@ namespace {
 
 constexpr char SOURCE[] = "KernelBank";
 
-std::string goneText(const std::string& path) {
-    errno = ENODEV;
-    return errnoText(path);
-}
-
-bool listen(const FileDescriptor& epoll, int descriptor) {
-    epoll_event interest{};
-    interest.events = EPOLLIN;
-    return epoll_ctl(epoll.get(), EPOLL_CTL_ADD, descriptor, &interest) == 0;
-}
+Cause gone(const std::string& path) { return {"", path, 0, ENODEV}; }
 
 } // namespace
 
 std::shared_ptr<GPIOBank> KernelBank::open(const std::string& device, int group,
                                            const std::shared_ptr<GPIOFaultBook>& book,
-                                           std::string& cause) {
+                                           Cause& cause) {
     std::shared_ptr<KernelBank> bank(new KernelBank(device, group, book));
     return bank->begin(cause) ? bank : nullptr;
 }
 
 KernelBank::KernelBank(const std::string& device, int group,
                        const std::shared_ptr<GPIOFaultBook>& book)
-    : m_Device(device), m_Group(group), m_Path(device + "/" + std::to_string(group)), m_Book(book),
-      m_Epoll(epoll_create1(EPOLL_CLOEXEC)) {}
+    : m_Device(device), m_Group(group), m_Path(device + "/" + std::to_string(group)), m_Book(book) {
+}
 
-bool KernelBank::begin(std::string& cause) {
+bool KernelBank::begin(Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (!guardEntry(cause)) {
         return false;
@@ -49,25 +39,14 @@ bool KernelBank::begin(std::string& cause) {
         return false;
     }
     m_Lines = std::make_unique<KernelLines>(std::move(chip), m_Group);
-    if (!listen(m_Epoll, m_Lines->getDescriptor())) {
-        cause = errnoText("epoll_ctl");
-        return false;
-    }
-    return true;
+    return m_Epoll.add(m_Lines->getDescriptor(), cause);
 }
 
-bool KernelBank::guardEntry(std::string& cause) {
-    // By hand: a descriptor that a child process inherited would stay in the epoll.
-    epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, m_Sentinel.getDescriptor(), nullptr);
+bool KernelBank::guardEntry(Cause& cause) {
+    m_Epoll.remove(m_Sentinel.getDescriptor());
     m_Sentinel = EntrySentinel();
-    if (!m_Sentinel.begin(m_Device, std::to_string(m_Group), cause)) {
-        return false;
-    }
-    if (!listen(m_Epoll, m_Sentinel.getDescriptor())) {
-        cause = errnoText("epoll_ctl");
-        return false;
-    }
-    return true;
+    return m_Sentinel.begin(m_Device, std::to_string(m_Group), cause) &&
+           m_Epoll.add(m_Sentinel.getDescriptor(), cause);
 }
 
 bool KernelBank::isCurrent(const struct stat& entry) {
@@ -88,7 +67,7 @@ void KernelBank::read(const std::vector<GPIOReading*>& readings) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Lines == nullptr) {
         for (GPIOReading* reading : readings) {
-            reading->cause = goneText(m_Path);
+            reading->cause = gone(m_Path);
         }
         return;
     }
@@ -96,10 +75,10 @@ void KernelBank::read(const std::vector<GPIOReading*>& readings) {
     settle();
 }
 
-bool KernelBank::drive(int bit, int level, std::string& cause) {
+bool KernelBank::drive(int bit, int level, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Lines == nullptr) {
-        cause = goneText(m_Path);
+        cause = gone(m_Path);
         return false;
     }
     const bool driven = m_Lines->drive(bit, level, cause);
@@ -107,7 +86,7 @@ bool KernelBank::drive(int bit, int level, std::string& cause) {
     return driven;
 }
 
-std::unique_ptr<GPIOBankWatch> KernelBank::watch(std::string& cause) {
+std::unique_ptr<GPIOBankWatch> KernelBank::watch(Cause& cause) {
     return KernelWatch::begin(shared_from_this(), cause);
 }
 
@@ -125,7 +104,7 @@ void KernelBank::leave(const KernelWatch& watch) {
     }
 }
 
-bool KernelBank::cover(const KernelWatch& watch, int bit, std::string& cause) {
+bool KernelBank::cover(const KernelWatch& watch, int bit, Cause& cause) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Lines != nullptr) {
         m_Watchers[&watch].bits.insert(bit);
@@ -134,7 +113,7 @@ bool KernelBank::cover(const KernelWatch& watch, int bit, std::string& cause) {
         settle();
     }
     if (m_Lines == nullptr) {
-        cause = goneText(m_Path);
+        cause = gone(m_Path);
         return false;
     }
     return true;
@@ -177,7 +156,7 @@ GPIOBankWatch::Finding KernelBank::drain(const KernelWatch& watch) {
 
 // An entry that is made anew for the same chip, as udev does, must not cost the outputs' levels.
 bool KernelBank::isStillThere() {
-    std::string ignored;
+    Cause ignored;
     struct stat entry {};
     return guardEntry(ignored) && stat(m_Path.c_str(), &entry) == 0 && isMine(entry);
 }

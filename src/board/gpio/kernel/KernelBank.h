@@ -1,10 +1,10 @@
 #pragma once
 
-#include "board/gpio/bank/EntrySentinel.h"
+#include "board/gpio/bank/Epoll.h"
 #include "board/gpio/bank/GPIOBank.h"
 #include "board/gpio/bank/GPIOFaultBook.h"
+#include "board/gpio/kernel/EntrySentinel.h"
 #include "board/gpio/kernel/KernelLines.h"
-#include "board/runtime/FileDescriptor.h"
 #include "platform/base/Mutex.h"
 
 #include <map>
@@ -26,19 +26,18 @@ public:
     /// The bank at an entry of a device's directory; null, and `cause`, when it cannot be used.
     /// What becomes of watched lines that are held elsewhere is noted in the book.
     static std::shared_ptr<GPIOBank> open(const std::string& device, int group,
-                                          const std::shared_ptr<GPIOFaultBook>& book,
-                                          std::string& cause);
+                                          const std::shared_ptr<GPIOFaultBook>& book, Cause& cause);
 
     bool isCurrent(const struct stat& entry) override;
     void retire() override;
     void read(const std::vector<GPIOReading*>& readings) override;
-    bool drive(int bit, int level, std::string& cause) override;
-    std::unique_ptr<GPIOBankWatch> watch(std::string& cause) override;
+    bool drive(int bit, int level, Cause& cause) override;
+    std::unique_ptr<GPIOBankWatch> watch(Cause& cause) override;
 
     /// For the watches. `event` is an eventfd to be written when the watch has something to drain.
     void join(const KernelWatch& watch, int event);
     void leave(const KernelWatch& watch);
-    bool cover(const KernelWatch& watch, int bit, std::string& cause);
+    bool cover(const KernelWatch& watch, int bit, Cause& cause);
     void uncover(const KernelWatch& watch, int bit);
     GPIOBankWatch::Finding drain(const KernelWatch& watch);
 
@@ -46,7 +45,7 @@ public:
     bool isComplete(const KernelWatch& watch);
 
     /// Readable when any watch should drain.
-    int getDescriptor() const { return m_Epoll.get(); }
+    int getDescriptor() const { return m_Epoll.getDescriptor(); }
 
 private:
     struct Watcher {
@@ -57,8 +56,8 @@ private:
 
     KernelBank(const std::string& device, int group, const std::shared_ptr<GPIOFaultBook>& book);
 
-    bool begin(std::string& cause);
-    bool guardEntry(std::string& cause) NVRHW_REQUIRES(m_Mutex);
+    bool begin(Cause& cause);
+    bool guardEntry(Cause& cause) NVRHW_REQUIRES(m_Mutex);
     bool isMine(const struct stat& entry) NVRHW_REQUIRES(m_Mutex);
     bool isStillThere() NVRHW_REQUIRES(m_Mutex);
     void unwatch(int bit) NVRHW_REQUIRES(m_Mutex);
@@ -70,7 +69,7 @@ private:
     const int m_Group;
     const std::string m_Path; // of the entry
     const std::shared_ptr<GPIOFaultBook> m_Book;
-    const FileDescriptor m_Epoll; // over the lines and the sentinel
+    const Epoll m_Epoll; // over the lines and the sentinel
     XQMutex m_Mutex;
     EntrySentinel m_Sentinel NVRHW_GUARDED_BY(m_Mutex);
     std::unique_ptr<KernelLines> m_Lines NVRHW_GUARDED_BY(m_Mutex); // null when the chip is gone

@@ -1,6 +1,6 @@
 #include "board/gpio/kernel/KernelChip.h"
 
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 
 #include <cstring>
 #include <fcntl.h>
@@ -15,30 +15,30 @@ bool isUnknownRequest() { return errno == ENOTTY || errno == EINVAL; }
 
 } // namespace
 
-std::unique_ptr<KernelChip> KernelChip::open(const std::string& path, std::string& cause) {
+std::unique_ptr<KernelChip> KernelChip::open(const std::string& path, Cause& cause) {
     FileDescriptor device(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     if (!device.isValid()) {
-        cause = errnoText(path);
+        cause = Cause::fromErrno(path);
         return nullptr;
     }
     std::unique_ptr<KernelChip> chip(new KernelChip(std::move(device), path));
     return chip->identify(cause) ? std::move(chip) : nullptr;
 }
 
-bool KernelChip::identify(std::string& cause) {
+bool KernelChip::identify(Cause& cause) {
     struct stat info {};
     gpiochip_info chip{};
     gpio_v2_line_info line{}; // the first, which every chip has
     if (fstat(m_Chip.get(), &info) != 0 ||
         ioctl(m_Chip.get(), GPIO_GET_CHIPINFO_IOCTL, &chip) != 0) {
-        cause =
-            isUnknownRequest() ? m_Path + ": not a bank: it is no GPIO chip" : errnoText(m_Path);
+        cause = isUnknownRequest() ? Cause{"not a bank: it is no GPIO chip", m_Path}
+                                   : Cause::fromErrno(m_Path);
         return false;
     }
     if (ioctl(m_Chip.get(), GPIO_V2_GET_LINEINFO_IOCTL, &line) != 0) {
         cause = isUnknownRequest()
-                    ? m_Path + ": this kernel has no GPIO uAPI v2; it needs Linux 5.10 or later"
-                    : errnoText(m_Path);
+                    ? Cause{"this kernel has no GPIO uAPI v2; it needs Linux 5.10 or later", m_Path}
+                    : Cause::fromErrno(m_Path);
         return false;
     }
     m_Number = info.st_rdev;
@@ -46,10 +46,12 @@ bool KernelChip::identify(std::string& cause) {
     return true;
 }
 
-bool KernelChip::has(int bit, std::string& cause) const {
+bool KernelChip::has(int bit, Cause& cause) const {
     if (bit >= m_Count) {
-        cause = m_Path + ": no line " + std::to_string(bit) + ": the chip has " +
-                std::to_string(m_Count) + ", counted from 0";
+        cause = {"no line " + std::to_string(bit) + ": the chip has " + std::to_string(m_Count) +
+                     ", counted from 0",
+                 m_Path};
+        cause.bit = bit;
         return false;
     }
     return true;
@@ -72,14 +74,13 @@ bool KernelChip::isHeld(int bit, std::string& holder) const {
     return (line.flags & GPIO_V2_LINE_FLAG_USED) != 0;
 }
 
-std::string KernelChip::explain(int bit, int error) const {
-    std::string what = m_Path + ": line " + std::to_string(bit);
+Cause KernelChip::explain(int bit, int error) const {
+    Cause cause{"line " + std::to_string(bit), m_Path, 0, error, bit};
     std::string holder;
     if (error == EBUSY && isHeld(bit, holder)) {
-        what += holder.empty() ? " is in use" : " is held by \"" + holder + '"';
+        cause.what += holder.empty() ? " is in use" : " is held by \"" + holder + '"';
     }
-    errno = error;
-    return errnoText(what);
+    return cause;
 }
 
 FileDescriptor KernelChip::request(gpio_v2_line_request& request) const {

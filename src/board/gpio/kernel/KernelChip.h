@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board/runtime/Cause.h"
 #include "board/runtime/FileDescriptor.h"
 
 #include <memory>
@@ -13,13 +14,13 @@ struct gpio_v2_line_request;
 class KernelChip {
 public:
     /// Opens the device that a path leads to; null, and `cause`, when it cannot be used.
-    static std::unique_ptr<KernelChip> open(const std::string& path, std::string& cause);
+    static std::unique_ptr<KernelChip> open(const std::string& path, Cause& cause);
 
     /// The device number, which no other chip gets as long as this object lives.
     dev_t getNumber() const { return m_Number; }
 
     /// False, and `cause`, when the chip has no such line.
-    bool has(int bit, std::string& cause) const;
+    bool has(int bit, Cause& cause) const;
 
     /// True when the line drives, whoever has made it an output.
     bool isOutput(int bit) const;
@@ -28,7 +29,7 @@ public:
     bool isHeld(int bit, std::string& holder) const;
 
     /// Why a line cannot be had, from the error number of the attempt; names who has it.
-    std::string explain(int bit, int error) const;
+    Cause explain(int bit, int error) const;
 
     /// Asks for lines; no descriptor, and errno, on failure.
     FileDescriptor request(gpio_v2_line_request& request) const;
@@ -37,7 +38,7 @@ private:
     KernelChip(FileDescriptor chip, std::string path)
         : m_Chip(std::move(chip)), m_Path(std::move(path)) {}
 
-    bool identify(std::string& cause);
+    bool identify(Cause& cause);
 
     FileDescriptor m_Chip;
     const std::string m_Path;

@@ -1,17 +1,13 @@
 #include "board/gpio/kernel/KernelLines.h"
 
-#include "board/gpio/bank/GPIOLineTable.h"
-#include "board/runtime/ErrnoText.h"
-#include "platform/Diagnostics.h"
+#include "board/gpio/bank/GPIOFaultBook.h"
+#include "board/gpio/bank/GPIOLineSettingsTable.h"
 
 #include <algorithm>
 #include <iterator>
-#include <sys/epoll.h>
 #include <utility>
 
 namespace {
-
-constexpr char SOURCE[] = "KernelLines";
 
 // Failures that say that the kernel cannot report the changes of a line: it has no interrupt, or
 // none for both edges.
@@ -20,12 +16,11 @@ bool isForWantOfReports(int error) { return error == ENXIO || error == EINVAL; }
 } // namespace
 
 KernelLines::KernelLines(std::unique_ptr<KernelChip> chip, int group)
-    : m_Chip(std::move(chip)), m_Group(group), m_Epoll(epoll_create1(EPOLL_CLOEXEC)) {}
+    : m_Chip(std::move(chip)), m_Group(group) {}
 
-// A child process may have inherited descriptors, which would stay in the epoll: see give().
 KernelLines::~KernelLines() {
     for (const auto& held : m_Requests) {
-        epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, held.second->getDescriptor(), nullptr);
+        m_Epoll.remove(held.second->getDescriptor());
     }
 }
 
@@ -33,7 +28,7 @@ KernelLines::Outcome KernelLines::hold(const std::set<int>& bits) {
     Outcome outcome;
     std::vector<KernelLine> wanted;
     for (const int bit : bits) {
-        std::string cause;
+        Cause cause;
         if (isHeld(bit)) {
             continue;
         }
@@ -48,7 +43,7 @@ KernelLines::Outcome KernelLines::hold(const std::set<int>& bits) {
     take(wanted);
     for (const KernelLine& line : wanted) {
         const auto refused = m_Refused.find(line.bit);
-        outcome[line.bit] = refused != m_Refused.end() ? refused->second : "";
+        outcome[line.bit] = refused != m_Refused.end() ? refused->second : Cause();
         m_IsScattered = m_IsScattered || refused == m_Refused.end();
     }
     return outcome;
@@ -85,7 +80,7 @@ void KernelLines::readFrom(const KernelRequest& request,
     const int error = errno;
     for (GPIOReading* reading : readings) {
         errno = error;
-        reading->cause = done ? "" : explain(reading->bit);
+        reading->cause = done ? Cause() : explain(reading->bit);
         reading->level = levels[reading->bit];
         if (done) {
             m_Unread.erase(reading->bit);
@@ -95,7 +90,7 @@ void KernelLines::readFrom(const KernelRequest& request,
     }
 }
 
-bool KernelLines::drive(int bit, int level, std::string& cause) {
+bool KernelLines::drive(int bit, int level, Cause& cause) {
     if (!m_Chip->has(bit, cause)) {
         return false;
     }
@@ -104,7 +99,7 @@ bool KernelLines::drive(int bit, int level, std::string& cause) {
         release(bit); // an input: it has no level to lose
         held = m_Requests.end();
     }
-    const KernelLine line{bit, KernelLine::OUTPUT, GPIOLineTable::get(m_Group, bit)};
+    const KernelLine line{bit, KernelLine::OUTPUT, GPIOLineSettingsTable::get(m_Group, bit)};
     bool done = false;
     if (held != m_Requests.end()) {
         done = held->second->drive(line.settings, level);
@@ -157,7 +152,7 @@ KernelLine KernelLines::describe(int bit) const {
     KernelLine line;
     line.bit = bit;
     line.role = m_Watched.count(bit) != 0 ? KernelLine::INPUT : KernelLine::AS_IS;
-    line.settings = GPIOLineTable::get(m_Group, bit);
+    line.settings = GPIOLineSettingsTable::get(m_Group, bit);
     line.isAlone = line.role == KernelLine::AS_IS && m_Chip->isOutput(bit);
     line.isSilent = m_Silent.count(bit) != 0;
     return line;
@@ -217,16 +212,15 @@ bool KernelLines::takeTogether(const std::vector<KernelLine>& lines) {
 
 // Of the present errno. What is not reported can still be read.
 bool KernelLines::takeSilently(KernelLine line) {
-    const std::string cause = m_Chip->explain(line.bit, errno);
+    const Cause cause = m_Chip->explain(line.bit, errno);
     line.isSilent = true;
     if (!takeTogether({line})) {
         return false;
     }
     m_Silent.insert(line.bit);
-    const std::string text =
-        "group " + std::to_string(m_Group) + ", bit " + std::to_string(line.bit) +
-        " is looked at now and then, as its changes are not reported: " + cause;
-    Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
+    GPIOFaultBook::tell(m_Group, line.bit,
+                        " is looked at now and then, as its changes are not reported: " +
+                            cause.text());
     return true;
 }
 
@@ -237,9 +231,8 @@ void KernelLines::give(const Request& request) {
         }
         m_Requests[line.bit] = request;
     }
-    epoll_event interest{};
-    interest.events = EPOLLIN;
-    epoll_ctl(m_Epoll.get(), EPOLL_CTL_ADD, request->getDescriptor(), &interest);
+    Cause ignored;
+    m_Epoll.add(request->getDescriptor(), ignored);
 }
 
 void KernelLines::pack() {
@@ -272,7 +265,7 @@ void KernelLines::release(int bit) {
 void KernelLines::remake(std::set<Request>& requests, int without) {
     std::vector<KernelLine> lines;
     for (const Request& request : requests) {
-        epoll_ctl(m_Epoll.get(), EPOLL_CTL_DEL, request->getDescriptor(), nullptr);
+        m_Epoll.remove(request->getDescriptor());
         for (const KernelLine& line : request->getLines()) {
             m_Requests.erase(line.bit);
             if (line.role == KernelLine::INPUT) {
@@ -290,7 +283,7 @@ void KernelLines::remake(std::set<Request>& requests, int without) {
 }
 
 // Of the present errno.
-std::string KernelLines::explain(int bit) {
+Cause KernelLines::explain(int bit) {
     m_IsGone = m_IsGone || errno == ENODEV;
     return m_Chip->explain(bit, errno);
 }

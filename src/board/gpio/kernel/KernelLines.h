@@ -1,9 +1,9 @@
 #pragma once
 
+#include "board/gpio/bank/Epoll.h"
 #include "board/gpio/bank/GPIOBank.h"
 #include "board/gpio/kernel/KernelChip.h"
 #include "board/gpio/kernel/KernelRequest.h"
-#include "board/runtime/FileDescriptor.h"
 
 #include <map>
 #include <memory>
@@ -19,13 +19,13 @@
 class KernelLines {
 public:
     /// Why the lines that had to be asked for could not be had; empty for those that could.
-    using Outcome = std::map<int, std::string>;
+    using Outcome = std::map<int, Cause>;
 
     KernelLines(std::unique_ptr<KernelChip> chip, int group);
     ~KernelLines();
 
     /// Readable when collect() has something to find.
-    int getDescriptor() const { return m_Epoll.get(); }
+    int getDescriptor() const { return m_Epoll.getDescriptor(); }
 
     /// Marks a line as one whose changes count; hold() then makes it an input. A line that this
     /// process drives stays an output, and each drive counts as a change.
@@ -39,7 +39,7 @@ public:
     void read(const std::vector<GPIOReading*>& readings);
 
     /// Makes a line an output with this level. False, and `cause`, on failure.
-    bool drive(int bit, int level, std::string& cause);
+    bool drive(int bit, int level, Cause& cause);
 
     /// Takes what the kernel has reported.
     void collect();
@@ -72,15 +72,15 @@ private:
     void release(int bit);
     void remake(std::set<Request>& requests, int without);
     void readFrom(const KernelRequest& request, const std::vector<GPIOReading*>& readings);
-    std::string explain(int bit);
+    Cause explain(int bit);
 
     const std::unique_ptr<KernelChip> m_Chip;
     const int m_Group;
-    const FileDescriptor m_Epoll; // over all requests with inputs
+    const Epoll m_Epoll; // over all requests with inputs
     std::map<int, Request> m_Requests;
-    std::map<int, std::string> m_Refused; // lines that somebody wants, with the causes
-    std::set<int> m_Silent;               // lines whose changes the kernel cannot report
-    std::set<int> m_Unread;               // lines whose last reading failed
+    std::map<int, Cause> m_Refused; // lines that somebody wants, with the causes
+    std::set<int> m_Silent;         // lines whose changes the kernel cannot report
+    std::set<int> m_Unread;         // lines whose last reading failed
     std::set<int> m_Watched;
     std::set<int> m_Changed;
     bool m_IsScattered = false; // more requests than needed, perhaps

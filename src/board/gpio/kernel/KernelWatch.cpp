@@ -1,10 +1,10 @@
 #include "board/gpio/kernel/KernelWatch.h"
 
 #include "board/gpio/kernel/KernelBank.h"
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 
-#include <sys/epoll.h>
 #include <sys/eventfd.h>
+#include <utility>
 
 namespace {
 
@@ -14,22 +14,15 @@ constexpr int WITHOUT_LIMIT = -1;
 } // namespace
 
 std::unique_ptr<GPIOBankWatch> KernelWatch::begin(const std::shared_ptr<KernelBank>& bank,
-                                                  std::string& cause) {
+                                                  Cause& cause) {
     std::unique_ptr<KernelWatch> watch(new KernelWatch(bank));
-    epoll_event interest{};
-    interest.events = EPOLLIN;
-    for (const int source : {watch->m_Event.get(), bank->getDescriptor()}) {
-        if (epoll_ctl(watch->m_Epoll.get(), EPOLL_CTL_ADD, source, &interest) != 0) {
-            cause = errnoText("epoll_ctl");
-            return nullptr;
-        }
-    }
-    return watch;
+    const bool begun = watch->m_Epoll.add(watch->m_Event.get(), cause) &&
+                       watch->m_Epoll.add(bank->getDescriptor(), cause);
+    return begun ? std::move(watch) : nullptr;
 }
 
 KernelWatch::KernelWatch(const std::shared_ptr<KernelBank>& bank)
-    : m_Bank(bank), m_Event(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
-      m_Epoll(epoll_create1(EPOLL_CLOEXEC)) {
+    : m_Bank(bank), m_Event(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
     m_Bank->join(*this, m_Event.get());
 }
 
@@ -39,7 +32,7 @@ int KernelWatch::getTimeout() const {
     return m_Bank->isComplete(*this) ? WITHOUT_LIMIT : RETRY_INTERVAL;
 }
 
-bool KernelWatch::add(int bit, std::string& cause) { return m_Bank->cover(*this, bit, cause); }
+bool KernelWatch::add(int bit, Cause& cause) { return m_Bank->cover(*this, bit, cause); }
 
 void KernelWatch::remove(int bit) { m_Bank->uncover(*this, bit); }
 

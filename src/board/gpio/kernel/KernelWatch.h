@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board/gpio/bank/Epoll.h"
 #include "board/gpio/bank/GPIOBankWatch.h"
 #include "board/runtime/FileDescriptor.h"
 
@@ -13,12 +14,12 @@ class KernelWatch : public GPIOBankWatch {
 public:
     /// Null, and `cause`, on failure.
     static std::unique_ptr<GPIOBankWatch> begin(const std::shared_ptr<KernelBank>& bank,
-                                                std::string& cause);
+                                                Cause& cause);
     ~KernelWatch() override;
 
-    int getDescriptor() const override { return m_Epoll.get(); }
+    int getDescriptor() const override { return m_Epoll.getDescriptor(); }
     int getTimeout() const override;
-    bool add(int bit, std::string& cause) override;
+    bool add(int bit, Cause& cause) override;
     void remove(int bit) override;
     Finding drain() override;
 
@@ -27,5 +28,5 @@ private:
 
     const std::shared_ptr<KernelBank> m_Bank;
     const FileDescriptor m_Event; // written when another watch's drain() has found our changes
-    const FileDescriptor m_Epoll; // over the bank and the event
+    const Epoll m_Epoll;          // over the bank and the event
 };

@@ -1,8 +1,8 @@
 #include "board/gpio/simulated/SimulatedBank.h"
 
-#include "board/gpio/bank/GPIOLineTable.h"
+#include "board/gpio/bank/GPIOLineSettingsTable.h"
 #include "board/gpio/simulated/SimulatedWatch.h"
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 #include "board/runtime/FileDescriptor.h"
 
 #include <cctype>
@@ -25,14 +25,14 @@ constexpr std::int64_t PATIENCE = 100000000; // nanoseconds
 constexpr long NAP = 500000;                 // nanoseconds
 constexpr int MOST_NAPS = 200;
 
-FileDescriptor openLine(const std::string& path, int mode, struct stat& info, std::string& cause) {
+FileDescriptor openLine(const std::string& path, int mode, struct stat& info, Cause& cause) {
     FileDescriptor file(open(path.c_str(), mode | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY));
     if (!file.isValid() || fstat(file.get(), &info) != 0) {
-        cause = errnoText(path);
+        cause = Cause::fromErrno(path);
         return FileDescriptor();
     }
     if (!S_ISREG(info.st_mode)) {
-        cause = path + ": not a regular file";
+        cause = {"not a regular file", path};
         return FileDescriptor();
     }
     return file;
@@ -54,7 +54,7 @@ bool isFresh(const FileDescriptor& file) {
 }
 
 // False, and `cause`, on failure; `patient` asks for another try.
-bool readOnce(const std::string& path, std::string& content, bool& patient, std::string& cause) {
+bool readOnce(const std::string& path, std::string& content, bool& patient, Cause& cause) {
     struct stat info {};
     const FileDescriptor file = openLine(path, O_RDONLY, info, cause);
     if (!file.isValid()) {
@@ -63,7 +63,7 @@ bool readOnce(const std::string& path, std::string& content, bool& patient, std:
     content.resize(LONGEST_CONTENT + 1);
     const ssize_t size = pread(file.get(), content.data(), content.size(), 0);
     if (size < 0) {
-        cause = errnoText(path);
+        cause = Cause::fromErrno(path);
         return false;
     }
     content.resize(static_cast<std::size_t>(size));
@@ -71,7 +71,7 @@ bool readOnce(const std::string& path, std::string& content, bool& patient, std:
     return true;
 }
 
-bool readContent(const std::string& path, std::string& content, std::string& cause) {
+bool readContent(const std::string& path, std::string& content, Cause& cause) {
     for (int naps = 0;; ++naps) {
         bool patient = false;
         if (!readOnce(path, content, patient, cause)) {
@@ -118,14 +118,14 @@ void SimulatedBank::read(const std::vector<GPIOReading*>& readings) {
         if (isLevel(content)) {
             reading->level = debounce(reading->bit, content.front() - '0');
         } else {
-            reading->cause = path + ": neither 0 nor 1 but " + quote(content);
+            reading->cause = {"neither 0 nor 1 but " + quote(content), path};
         }
     }
 }
 
 // The file always holds a level for other readers: one write over the old content, and only what
 // is longer is cut off afterwards.
-bool SimulatedBank::drive(int bit, int level, std::string& cause) {
+bool SimulatedBank::drive(int bit, int level, Cause& cause) {
     const std::string path = lineFile(bit);
     struct stat info {};
     const FileDescriptor file = openLine(path, O_WRONLY, info, cause);
@@ -137,7 +137,7 @@ bool SimulatedBank::drive(int bit, int level, std::string& cause) {
     if (pwrite(file.get(), content.data(), content.size(), 0) <= 0 ||
         fstat(file.get(), &info) != 0 ||
         (info.st_size > length && ftruncate(file.get(), length) != 0)) {
-        cause = errnoText(path);
+        cause = Cause::fromErrno(path);
         return false;
     }
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
@@ -152,7 +152,7 @@ bool SimulatedBank::hasHeld(const std::string& path, int time) {
 
 // The file is looked at after its content: a level that comes in between counts as young.
 int SimulatedBank::debounce(int bit, int level) {
-    const int time = GPIOLineTable::get(m_Group, bit).debounce;
+    const int time = GPIOLineSettingsTable::get(m_Group, bit).debounce;
     if (time == 0) {
         return level;
     }
@@ -165,7 +165,7 @@ int SimulatedBank::debounce(int bit, int level) {
     return known->second;
 }
 
-std::unique_ptr<GPIOBankWatch> SimulatedBank::watch(std::string& cause) {
+std::unique_ptr<GPIOBankWatch> SimulatedBank::watch(Cause& cause) {
     return SimulatedWatch::begin(m_Device, m_Group, cause);
 }
 

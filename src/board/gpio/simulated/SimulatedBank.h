@@ -23,8 +23,8 @@ public:
 
     bool isCurrent(const struct stat& entry) override;
     void read(const std::vector<GPIOReading*>& readings) override;
-    bool drive(int bit, int level, std::string& cause) override;
-    std::unique_ptr<GPIOBankWatch> watch(std::string& cause) override;
+    bool drive(int bit, int level, Cause& cause) override;
+    std::unique_ptr<GPIOBankWatch> watch(Cause& cause) override;
 
 private:
     std::string lineFile(int bit) const;

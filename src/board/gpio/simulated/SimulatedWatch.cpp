@@ -1,61 +1,40 @@
 #include "board/gpio/simulated/SimulatedWatch.h"
 
-#include "board/gpio/bank/GPIOLineTable.h"
+#include "board/gpio/bank/GPIOLineSettingsTable.h"
 #include "board/gpio/simulated/SimulatedBank.h"
-#include "board/runtime/ErrnoText.h"
 
 #include <algorithm>
-#include <sys/inotify.h>
 #include <utility>
 
 namespace {
 
-constexpr std::size_t BUFFER_SIZE = 16384;
-constexpr int MOST_BUFFERS = 64; // a writer that never pauses must not hold up the detector
-
 // A change of mode or owner may make a line readable that was not.
-constexpr std::uint32_t LINE_EVENTS =
-    IN_MODIFY | IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM | IN_CREATE | IN_DELETE | IN_ATTRIB;
-constexpr std::uint32_t ENTRY_EVENTS = IN_MOVED_TO | IN_MOVED_FROM | IN_CREATE | IN_DELETE;
-constexpr std::uint32_t SELF_EVENTS = IN_DELETE_SELF | IN_MOVE_SELF;
-constexpr std::uint32_t LOSS = SELF_EVENTS | IN_IGNORED | IN_UNMOUNT | IN_Q_OVERFLOW;
+constexpr std::uint32_t LINES = DirectoryEvents::ENTRIES | IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
 
 } // namespace
 
 std::unique_ptr<GPIOBankWatch> SimulatedWatch::begin(const std::string& device, int group,
-                                                     std::string& cause) {
-    FileDescriptor inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-    if (!inotify.isValid()) {
-        cause = errnoText("inotify_init1");
+                                                     Cause& cause) {
+    std::unique_ptr<SimulatedWatch> watch(new SimulatedWatch(device, group));
+    DirectoryEvents& events = watch->m_Events;
+    if (!events.begin(cause)) {
         return nullptr;
     }
-    std::unique_ptr<SimulatedWatch> watch(new SimulatedWatch(std::move(inotify), device, group));
-    const auto observe = [&](const std::string& path, std::uint32_t events) {
-        const int descriptor =
-            inotify_add_watch(watch->getDescriptor(), path.c_str(), events | IN_ONLYDIR);
-        if (descriptor < 0) {
-            cause = errnoText("inotify_add_watch " + path);
-        }
-        return descriptor;
-    };
     // The device first: if the bank is exchanged in between, its watch tells.
-    watch->m_DeviceWatch = observe(device, ENTRY_EVENTS | SELF_EVENTS);
-    if (watch->m_DeviceWatch < 0) {
-        return nullptr;
-    }
-    if (observe(device + "/" + watch->m_Entry, LINE_EVENTS | SELF_EVENTS) < 0) {
+    watch->m_DeviceNumber = events.watch(device, DirectoryEvents::ENTRIES, cause);
+    if (watch->m_DeviceNumber < 0 ||
+        events.watch(device + "/" + watch->m_Entry, LINES, cause) < 0) {
         return nullptr;
     }
     return watch;
 }
 
-SimulatedWatch::SimulatedWatch(FileDescriptor inotify, const std::string& device, int group)
-    : m_Inotify(std::move(inotify)), m_Device(device), m_Group(group),
-      m_Entry(std::to_string(group)) {}
+SimulatedWatch::SimulatedWatch(const std::string& device, int group)
+    : m_Device(device), m_Group(group), m_Entry(std::to_string(group)) {}
 
-bool SimulatedWatch::add(int bit, std::string& /*cause*/) {
+bool SimulatedWatch::add(int bit, Cause& /*cause*/) {
     const std::string file = std::to_string(bit);
-    const int debounce = GPIOLineTable::get(m_Group, bit).debounce;
+    const int debounce = GPIOLineSettingsTable::get(m_Group, bit).debounce;
     m_Files[file] = debounce;
     const std::string path = m_Device + "/" + m_Entry + "/" + file;
     if (debounce != 0 && !SimulatedBank::hasHeld(path, debounce + SimulatedBank::CLOCK_TICK)) {
@@ -82,36 +61,20 @@ int SimulatedWatch::getTimeout() const {
 }
 
 GPIOBankWatch::Finding SimulatedWatch::drain() {
-    const Finding found = takeEvents();
+    Finding found = NOTHING;
+    m_Events.take(
+        [&](const DirectoryEvents::Event& event) { found = std::max(found, judge(event)); });
     return std::max(found, takeDue());
 }
 
-GPIOBankWatch::Finding SimulatedWatch::takeEvents() {
-    alignas(inotify_event) char buffer[BUFFER_SIZE];
-    Finding found = NOTHING;
-    for (int i = 0; i < MOST_BUFFERS; ++i) {
-        const ssize_t size = ::read(m_Inotify.get(), buffer, sizeof(buffer));
-        if (size <= 0) {
-            return size == 0 || errno == EAGAIN || errno == EINTR ? found : LOST;
-        }
-        for (const char* next = buffer; next < buffer + size;) {
-            const auto* event = reinterpret_cast<const inotify_event*>(next);
-            found = std::max(found, judge(*event));
-            next += sizeof(inotify_event) + event->len;
-        }
-    }
-    return found;
-}
-
-GPIOBankWatch::Finding SimulatedWatch::judge(const inotify_event& event) {
-    if ((event.mask & LOSS) != 0) { // an overflow may have swallowed the loss of the bank
+GPIOBankWatch::Finding SimulatedWatch::judge(const DirectoryEvents::Event& event) {
+    if (event.isLoss) { // dropped events may have swallowed the loss of the bank
         return LOST;
     }
-    const std::string name = event.len != 0 ? event.name : "";
-    if (event.wd == m_DeviceWatch) {
-        return name == m_Entry ? LOST : NOTHING;
+    if (event.directory == m_DeviceNumber) {
+        return event.name == m_Entry ? LOST : NOTHING;
     }
-    return name.empty() ? CHANGED : judge(name);
+    return event.name.empty() ? CHANGED : judge(event.name);
 }
 
 GPIOBankWatch::Finding SimulatedWatch::judge(const std::string& file) {

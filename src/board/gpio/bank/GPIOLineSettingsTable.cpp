@@ -1,4 +1,4 @@
-#include "board/gpio/bank/GPIOLineTable.h"
+#include "board/gpio/bank/GPIOLineSettingsTable.h"
 
 #include "platform/base/Mutex.h"
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr char SOURCE[] = "GPIOLineTable";
+constexpr char SOURCE[] = "GPIOLineSettingsTable";
 
 struct Table {
     XQMutex mutex;
@@ -21,13 +21,13 @@ Table& table() {
 
 } // namespace
 
-void GPIOLineTable::set(int group, int bit, const GPIOLineSettings& settings) {
+void GPIOLineSettingsTable::set(int group, int bit, const GPIOLineSettings& settings) {
     Table& known = table();
     const XQMutexManager guard(known.mutex, SOURCE, __LINE__);
     known.lines[{group, bit}] = settings;
 }
 
-GPIOLineSettings GPIOLineTable::get(int group, int bit) {
+GPIOLineSettings GPIOLineSettingsTable::get(int group, int bit) {
     Table& known = table();
     const XQMutexManager guard(known.mutex, SOURCE, __LINE__);
     const auto found = known.lines.find({group, bit});

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "board/runtime/FileDescriptor.h"
+#include "board/gpio/bank/DirectoryEvents.h"
 
 #include <set>
 #include <string>
@@ -10,17 +10,17 @@
 class EntrySentinel {
 public:
     /// False, and `cause`, on failure.
-    bool begin(const std::string& directory, const std::string& entry, std::string& cause);
+    bool begin(const std::string& directory, const std::string& entry, Cause& cause);
 
     /// Readable when isDisturbed() has something to find.
-    int getDescriptor() const { return m_Inotify.get(); }
+    int getDescriptor() const { return m_Events.getDescriptor(); }
 
     /// True when something has happened since the last call. Does not block.
     bool isDisturbed();
 
 private:
-    bool observe(const std::string& directory, const std::string& name, std::string& cause);
+    bool observe(const std::string& directory, const std::string& name, Cause& cause);
 
-    FileDescriptor m_Inotify;
-    std::set<std::pair<int, std::string>> m_Names; // each with the watch of its directory
+    DirectoryEvents m_Events;
+    std::set<std::pair<int, std::string>> m_Names; // each with the number of its directory
 };

@@ -4,7 +4,7 @@
 
 /// The settings of the lines of this process, whichever device the banks belong to. A line takes
 /// them when it is first read, watched or driven. Thread-safe.
-class GPIOLineTable {
+class GPIOLineSettingsTable {
 public:
     /// Replaces what was set before.
     static void set(int group, int bit, const GPIOLineSettings& settings);
