@@ -1,8 +1,9 @@
-#include "commands/BoardCommand.h"
-
+#include "commands/Commands.h"
 #include "print/CommandError.h"
 #include "print/Console.h"
+#include "print/Text.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
 
@@ -41,27 +42,30 @@ int countFiles(const fs::path& directory) {
         begin(entries), end(entries), [](const auto& entry) { return entry.is_regular_file(); }));
 }
 
-} // namespace
-
-void BoardCommand::setUp(CLI::App& app, Settings& settings) {
-    app.require_subcommand(1);
-    CLI::App* init = app.add_subcommand("init", "Write the sample board into an empty directory");
-    settings.addTo(*init);
-    init->add_option("DIR", m_Directory, "The directory; it is made when there is none")
-        ->required()
-        ->type_name("");
-}
-
-int BoardCommand::run(const Settings& settings) {
-    copySample(m_Directory);
-    const int files = countFiles(m_Directory);
+int run(const std::string& directory, const Settings& settings) {
+    copySample(directory);
+    const int files = countFiles(directory);
     if (settings.json) {
-        Console::printDocument({{"directory", m_Directory}, {"files", files}});
+        Console::printDocument(Record{{"directory", "", directory}, {"files", "", files}});
         return 0;
     }
-    const std::string directory = Console::harmless(m_Directory);
-    Console::print("Wrote a sample board of " + std::to_string(files) + " files to " + directory +
-                   ".\nLook at its inputs:  nvrhw --board " + directory + " inputs\n" +
-                   "Send input 1 to alarm:  echo 1 > " + directory + "/dev/gpiodrv/0/0\n");
+    const std::string name = Text::harmless(directory);
+    Console::print("Wrote a sample board of " + std::to_string(files) + " files to " + name +
+                   ".\nLook at its inputs:  nvrhw --board " + name + " inputs\n" +
+                   "Send input 1 to alarm:  echo 1 > " + name + "/dev/gpiodrv/0/0\n");
     return 0;
+}
+
+} // namespace
+
+void addBoard(Commands& commands) {
+    const auto directory = std::make_shared<std::string>();
+    CLI::App& app =
+        commands.add("board", "Write a sample board to start from",
+                     [directory](const Settings& settings) { return run(*directory, settings); });
+    app.require_subcommand(1);
+    commands.addBelow(app, "init", "Write the sample board into an empty directory")
+        .add_option("DIR", *directory, "The directory; it is made when there is none")
+        ->required()
+        ->type_name("");
 }

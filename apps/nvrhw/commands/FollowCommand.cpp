@@ -1,131 +1,171 @@
-#include "commands/FollowCommand.h"
-
+#include "commands/Commands.h"
 #include "lines/AlarmWatch.h"
 #include "print/CommandError.h"
 #include "print/Console.h"
 #include "print/Duration.h"
-#include "print/EndSignals.h"
 #include "print/LogBook.h"
+#include "print/Signals.h"
 #include "print/Table.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
-#include <ctime>
+#include <chrono>
 #include <limits>
 #include <poll.h>
-#include <unistd.h>
 
 namespace {
 
-constexpr std::int64_t LONGEST_TIMEOUT = 24LL * 24 * 3600 * 1000; // milliseconds
+using Clock = std::chrono::steady_clock;
 
-std::string timeText(long seconds) {
-    const std::time_t time = seconds;
-    std::tm local{};
-    localtime_r(&time, &local);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
-    return text;
-}
+constexpr std::int64_t LONGEST_TIMEOUT = 24LL * 24 * 3600 * 1000; // milliseconds
+constexpr std::size_t MOST_EVENTS = 100000; // kept for a reader that has stopped
+constexpr double SECOND = 1000.0;           // milliseconds
+
+struct Wish {
+    int count = 0;
+    std::int64_t timeout = 0; // milliseconds
+    bool withPresent = false;
+};
 
 // For poll(): -1 when there is no end.
-int millisecondsUntil(std::chrono::steady_clock::time_point end) {
+int millisecondsUntil(Clock::time_point end) {
     using namespace std::chrono;
-    if (end == steady_clock::time_point::max()) {
+    if (end == Clock::time_point::max()) {
         return -1;
     }
-    const auto left = ceil<milliseconds>(end - steady_clock::now()).count();
+    const auto left = ceil<milliseconds>(end - Clock::now()).count();
     return static_cast<int>(std::clamp<std::int64_t>(left, 0, std::numeric_limits<int>::max()));
 }
 
-std::string nameOf(const std::string& id, const BoardLines& lines) {
+Record describe(const Event& event, const BoardLines& lines) {
+    std::string name;
     for (const Line& line : lines.inputs()) {
-        if (std::to_string(line.id) == id) {
-            return line.name;
+        name = name.empty() && line.id == event.inputId ? line.name : name;
+    }
+    const bool isAlarm = event.kind == Event::ALARM;
+    const std::string padding = isAlarm && !name.empty() ? " " : "";
+    const std::string state = isAlarm ? "alarm" : "normal";
+    const double received = static_cast<double>(event.received) / SECOND;
+    return {Fact{"time", "TIME", event.time}.says(event.dateText()),
+            Fact{"received", "RECEIVED", received}.says(event.receivedText(true)),
+            Fact{"input", "INPUT", event.inputId}.says("input " + std::to_string(event.inputId)),
+            Fact{"state", "STATE", state}.says(state + padding, isAlarm ? BAD : GOOD),
+            {"name", "NAME", name}};
+}
+
+void print(const Event& event, const BoardLines& lines, const Settings& settings) {
+    const Record record = describe(event, lines);
+    if (settings.json) {
+        Console::printLine(record);
+    } else {
+        Table table;
+        table.addList({record}, false);
+        table.print();
+    }
+}
+
+/// The messages one by one, each when it can be written: signals are still answered while the
+/// reader of the program is stopped, and the mailbox counts what has no room meanwhile.
+class Messages {
+public:
+    Messages(AlarmMailbox& mailbox, Clock::time_point end) : m_Mailbox(mailbox), m_End(end) {}
+
+    /// False when it is time to end.
+    bool wait(const Signals& signals) {
+        for (;;) {
+            receive();
+            const bool isEmpty = m_Mail.events.empty();
+            const short wanted = isEmpty ? 0 : POLLOUT;
+            pollfd files[] = {{signals.file(), POLLIN, 0},
+                              {Console::file(), wanted, 0},
+                              {isEmpty ? m_Mailbox.file() : -1, POLLIN, 0}};
+            const int ready = poll(files, std::size(files), millisecondsUntil(m_End));
+            if ((files[1].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0) {
+                throw ReaderGone();
+            }
+            if (ready == 0 || signals.take() != 0) {
+                return false;
+            }
+            if ((files[1].revents & POLLOUT) != 0) {
+                return true;
+            }
         }
     }
-    return "";
-}
 
-} // namespace
+    Event take() {
+        Event event = m_Mail.events.front();
+        m_Mail.events.pop_front();
+        return event;
+    }
 
-void FollowCommand::setUp(CLI::App& app, Settings& /*settings*/) {
-    app.add_option("--count", m_Count, "End after this many messages")
-        ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
-        ->type_name("N");
-    app.add_option("--timeout", m_Timeout, "End after this time: seconds, or such as 500ms, 1m")
-        ->check(Duration::between(1, LONGEST_TIMEOUT))
-        ->type_name("S");
-    app.add_flag("--present", m_WithPresent, "Begin with the present state of every input");
-    app.footer(
-        "With --json each message is an object on a line of its own, written at once:\n\n"
-        "  nvrhw monitor --json | mosquitto_pub -h broker -t recorder/alarms -l\n\n"
-        "The command ends with Ctrl-C, and when its reader goes away. With both --count and\n"
-        "--timeout, fewer messages than asked for end it with status 1.");
-}
+private:
+    void receive() {
+        if (m_Mail.events.empty()) {
+            m_Mail = m_Mailbox.take();
+            if (m_Mail.lost > 0) {
+                Console::complain(std::to_string(m_Mail.lost) +
+                                  " messages are lost: nobody has read them in time");
+            }
+        }
+    }
 
-int FollowCommand::run(const Settings& settings) {
-    const Clock::time_point end =
-        m_Timeout.empty() ? Clock::time_point::max()
-                          : Clock::now() + std::chrono::milliseconds(Duration::parse(m_Timeout));
-    const EndSignals signals;
-    AlarmWatch watch(m_WithPresent);
+    AlarmMailbox& m_Mailbox;
+    AlarmMailbox::Mail m_Mail;
+    const Clock::time_point m_End;
+};
+
+int run(const Wish& wish, const Settings& settings) {
+    const Clock::time_point end = wish.timeout == 0
+                                      ? Clock::time_point::max()
+                                      : Clock::now() + std::chrono::milliseconds(wish.timeout);
+    const Signals signals;
+    const BoardLines lines;
+    AlarmMailbox mailbox(MOST_EVENTS);
+    const AlarmWatch watch(lines, mailbox, wish.withPresent);
+    if (!watch.isWatching()) {
+        throw CommandError("the inputs cannot be watched: " + LogBook::takeCause("no cause given"));
+    }
     LogBook::follow();
-    if (!settings.json && isatty(STDOUT_FILENO) != 0) {
+    if (!settings.json && Console::isTerminal()) {
         Console::complain("following the alarm inputs; Ctrl-C ends it");
     }
+    Messages messages(mailbox, end);
     int printed = 0;
-    while ((m_Count == 0 || printed < m_Count) && waitForMessage(watch.queue(), signals, end)) {
-        print(watch.queue().take(), settings, watch.lines());
+    while ((wish.count == 0 || printed < wish.count) && messages.wait(signals)) {
+        print(messages.take(), lines, settings);
         ++printed;
     }
-    if (printed < m_Count) {
+    if (printed < wish.count) {
         throw CommandError("ended after " + std::to_string(printed) + " of " +
-                           std::to_string(m_Count) + " messages");
+                           std::to_string(wish.count) + " messages");
     }
     return 0;
 }
 
-// False when it is time to end.
-bool FollowCommand::waitForMessage(const AlarmQueue& queue, const EndSignals& signals,
-                                   Clock::time_point end) {
-    for (;;) {
-        // A message is fetched only when it can be written, so that signals are still answered
-        // while the reader of the program is stopped.
-        const bool isEmpty = queue.isEmpty();
-        const short wanted = isEmpty ? 0 : POLLOUT;
-        pollfd files[] = {{signals.file(), POLLIN, 0},
-                          {STDOUT_FILENO, wanted, 0},
-                          {isEmpty ? queue.file() : -1, POLLIN, 0}};
-        const int ready = poll(files, std::size(files), millisecondsUntil(end));
-        if ((files[1].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0) {
-            throw ReaderGone();
-        }
-        if (ready == 0 || (files[0].revents & POLLIN) != 0) {
-            return false;
-        }
-        if ((files[1].revents & POLLOUT) != 0) {
-            return true;
-        }
-    }
+void addAs(Commands& commands, const std::string& name, const std::string& group) {
+    const auto wish = std::make_shared<Wish>();
+    CLI::App& app = commands.add(name, "Follow the alarm messages of the inputs",
+                                 [wish](const Settings& settings) { return run(*wish, settings); });
+    app.group(group);
+    app.add_option("--count", wish->count, "End after this many messages")
+        ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
+        ->type_name("N");
+    Duration::addOption(app, "--timeout", wish->timeout, LONGEST_TIMEOUT,
+                        "End after this time: seconds, or such as 500ms, 1m");
+    app.add_flag("--present", wish->withPresent, "Begin with the present state of every input");
+    app.footer(
+        "A message has two times: its own, the second in which the library saw the change, and\n"
+        "when this program received it, with milliseconds. With --json each message is an object\n"
+        "on a line of its own, written at once; \"time\" and \"received\" are seconds since "
+        "1970:\n\n"
+        "  nvrhw follow --json | mosquitto_pub -h broker -t recorder/alarms -l\n\n"
+        "The command ends with Ctrl-C, and when its reader goes away. With both --count and\n"
+        "--timeout, fewer messages than asked for end it with status 1.");
 }
 
-void FollowCommand::print(const AlarmInformation& alarm, const Settings& settings,
-                          const BoardLines& lines) {
-    const std::string& id = alarm.getAlarmSourceId();
-    const std::string name = nameOf(id, lines);
-    const bool isAlarm = alarm.getAlarmFlag() != 0;
-    if (settings.json) {
-        Console::printLine({{"time", alarm.getAlarmTime()},
-                            {"input", std::atoi(id.c_str())},
-                            {"name", name},
-                            {"state", isAlarm ? "alarm" : "normal"}});
-        return;
-    }
-    const std::string padding = isAlarm && !name.empty() ? " " : "";
-    Table table({{""}, {""}, {""}, {""}});
-    table.add({timeText(alarm.getAlarmTime()),
-               "input " + id,
-               {isAlarm ? "alarm" + padding : "normal", isAlarm ? Table::BAD : Table::GOOD},
-               name});
-    table.print();
+} // namespace
+
+void addFollow(Commands& commands) {
+    addAs(commands, "follow", "Subcommands");
+    addAs(commands, "monitor", ""); // its name of old, hidden: `monitors` are something else
 }

@@ -1,59 +1,46 @@
-#include "commands/GenerateCommand.h"
-
+#include "commands/Commands.h"
 #include "config/Monitor.h"
 #include "generate/BashCompletion.h"
 #include "generate/Manual.h"
 #include "lines/BoardLines.h"
 #include "print/Console.h"
-#include "print/LogBook.h"
 
-#include <vector>
+#include <CLI/CLI.hpp>
 
 namespace {
 
-std::string idsOf(const std::vector<Line>& lines) {
-    std::string ids;
-    for (const Line& line : lines) {
-        ids += std::to_string(line.id) + "\n";
+std::string ids(const std::string& what) {
+    std::string text;
+    if (what == "monitors") {
+        std::vector<MonitorParam> params;
+        Monitor().getAllMonitorParam(params);
+        for (const MonitorParam& param : params) {
+            text += std::to_string(param.getMonitorId()) + "\n";
+        }
+        return text;
     }
-    return ids;
-}
-
-std::string monitorIds() {
-    std::vector<MonitorParam> params;
-    Monitor().getAllMonitorParam(params);
-    std::string ids;
-    for (const MonitorParam& param : params) {
-        ids += std::to_string(param.getMonitorId()) + "\n";
+    const BoardLines lines;
+    for (const Line& line : what == "inputs" ? lines.inputs() : lines.outputs()) {
+        text += std::to_string(line.id) + "\n";
     }
-    return ids;
+    return text;
 }
 
 } // namespace
 
-void GenerateCommand::setUp(CLI::App& app, Settings& /*settings*/) {
+// The build and the completion call it, the help does not show it.
+void addGenerate(Commands& commands) {
+    const auto what = std::make_shared<std::string>();
+    const CLI::App& program = commands.program();
+    CLI::App& app = commands.add("generate", "Write the completion, a part of the manual, or ids",
+                                 [what, &program](const Settings& /*settings*/) {
+                                     Console::print(*what == "bash" ? BashCompletion(program).text()
+                                                    : *what == "man" ? Manual::text(program)
+                                                                     : ids(*what));
+                                     return 0;
+                                 });
     app.group(""); // hidden
-    m_Program = app.get_parent();
-    app.add_option("WHAT", m_What)
+    app.add_option("WHAT", *what)
         ->required()
         ->check(CLI::IsMember({"bash", "man", "inputs", "outputs", "monitors"}));
-}
-
-int GenerateCommand::run(const Settings& /*settings*/) {
-    Console::print(text());
-    return 0;
-}
-
-std::string GenerateCommand::text() const {
-    if (m_What == "bash") {
-        return BashCompletion(*m_Program).text();
-    }
-    if (m_What == "man") {
-        return Manual::text(*m_Program);
-    }
-    if (m_What == "monitors") {
-        return monitorIds();
-    }
-    const BoardLines lines;
-    return idsOf(m_What == "inputs" ? lines.inputs() : lines.outputs());
 }

@@ -1,11 +1,11 @@
-#include "commands/PanelCommand.h"
-
+#include "commands/Commands.h"
 #include "panel/PanelLoop.h"
 #include "platform/Diagnostics.h"
 #include "print/CommandError.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <unistd.h>
 
@@ -14,7 +14,7 @@ namespace {
 /// While it lives the library's log records go to the mailbox, which a late one may keep alive.
 class LogToMailbox {
 public:
-    explicit LogToMailbox(const std::shared_ptr<PanelMailbox>& mailbox) {
+    explicit LogToMailbox(const std::shared_ptr<AlarmMailbox>& mailbox) {
         for (const std::string& text : LogBook::take()) {
             mailbox->addLog(text);
         }
@@ -27,31 +27,24 @@ public:
 
 // When it is not known: which board it is.
 std::string machineName(const BoardLines& lines) {
-    const bool isRead = lines.detail()->initMachineInfo() != 0; // if not the library logs why
-    const std::string model = isRead ? lines.detail()->getMachineInfo().getModel() : "";
+    SafePointer<MachineConfigurationDetail> detail(lines.detail());
+    const bool isRead = detail->initMachineInfo() != 0; // if not the library logs why
+    const std::string model = isRead ? detail->getMachineInfo().getModel() : "";
     return model.empty() ? GlobalEnv::getInstance()->getRootDirectory() : model;
 }
 
-} // namespace
-
-void PanelCommand::setUp(CLI::App& app, Settings& /*settings*/) {
-    app.footer("Shows states, levels, modes and the last messages; ? lists the keys. Outputs are\n"
-               "driven, and inputs of a simulated bank flipped, only by keys of yours. One of the\n"
-               "two processes loses when a recorder drives the same output.");
-}
-
-int PanelCommand::run(const Settings& settings) {
+int run(const Settings& settings) {
     if (settings.json) {
-        throw CLI::ValidationError("--json", "the panel is for people; `nvrhw monitor` has it");
+        throw CLI::ValidationError("--json", "the panel is for people; `nvrhw follow` has it");
     }
-    if (isatty(STDIN_FILENO) == 0 || isatty(STDOUT_FILENO) == 0) {
+    if (isatty(STDIN_FILENO) == 0 || !Console::isTerminal()) {
         throw CommandError("the panel needs a terminal on standard input and output; elsewhere use "
-                           "`nvrhw monitor`, `inputs`, `outputs` and `trigger`");
+                           "`nvrhw follow`, `inputs`, `outputs` and `trigger`");
     }
-    const Signals signals;
+    const Signals signals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGWINCH};
     const BoardLines lines;
-    GlobalEnv::getInstance()->setPrintFlag(0); // standard output is the picture's
-    const auto mailbox = std::make_shared<PanelMailbox>();
+    GlobalEnv::getInstance()->setPrintFlag(0); // the terminal is the picture's
+    const auto mailbox = std::make_shared<AlarmMailbox>(PanelModel::MOST_MESSAGES);
     const LogToMailbox log(mailbox);
     PanelModel model(lines);
     model.machine = machineName(lines);
@@ -64,4 +57,15 @@ int PanelCommand::run(const Settings& settings) {
         Console::print("nvrhw: " + text + "\n");
     }
     return 0;
+}
+
+} // namespace
+
+void addPanel(Commands& commands) {
+    commands.add("panel", "Watch and try the lines in the terminal", run)
+        .footer(
+            "Shows states, levels, modes and the last messages; ? lists the keys. Outputs are\n"
+            "driven, and inputs of a simulated bank flipped, only by keys of yours. One of the\n"
+            "two processes loses when a recorder drives the same output. A small terminal\n"
+            "leaves out columns; 40 by 10 is the smallest.");
 }

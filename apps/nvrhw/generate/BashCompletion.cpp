@@ -1,5 +1,6 @@
 #include "generate/BashCompletion.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 
 namespace {

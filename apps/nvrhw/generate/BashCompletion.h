@@ -1,7 +1,11 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
+
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
 
 /// Writes the completion for bash from what the command line's parser knows, so that the two
 /// cannot differ.

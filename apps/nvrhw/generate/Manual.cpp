@@ -1,5 +1,6 @@
 #include "generate/Manual.h"
 
+#include <CLI/CLI.hpp>
 #include <sstream>
 
 namespace {

@@ -1,7 +1,10 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
+
+namespace CLI {
+class App;
+} // namespace CLI
 
 /// Writes the manual page's section about the subcommands, for help2man to include, from what the
 /// command line's parser knows.

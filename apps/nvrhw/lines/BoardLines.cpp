@@ -1,5 +1,6 @@
 #include "lines/BoardLines.h"
 
+#include "board/gpio/GPIOFaults.h"
 #include "platform/Diagnostics.h"
 #include "platform/Gpio.h"
 #include "platform/HardwareConfigure.h"
@@ -10,7 +11,7 @@
 
 namespace {
 
-constexpr char SOURCE[] = "Lines";
+constexpr char SOURCE[] = "BoardLines";
 
 std::vector<Line> toLines(const SafePointer<HardwareConfigItemList>& list) {
     std::vector<Line> lines;
@@ -47,6 +48,32 @@ SafePointer<IGPIO> BoardLines::makeDriver() {
                            "; --board DIR names another board");
     }
     return owner;
+}
+
+void BoardLines::read(const std::vector<LineState*>& states) const {
+    std::vector<IOInfo> requests;
+    for (LineState* state : states) {
+        IOInfo request;
+        request.setId(static_cast<int>(requests.size())); // several lines may have the same id
+        request.setGroupId(state->line.group);
+        request.setBitPosion(state->line.bit);
+        requests.push_back(request);
+        state->level = -1;
+    }
+    std::vector<IOState> found;
+    SafePointer<GPIOOperator>(m_Operator)->get(requests, found);
+    for (const IOState& each : found) {
+        states[static_cast<std::size_t>(each.getId())]->level = each.getLevel();
+    }
+    for (LineState* state : states) {
+        Cause cause{"cannot be read"};
+        if (!state->isReadable()) {
+            GPIOFaults::find(GPIOFaults::Operation::READ, state->line.group, state->line.bit,
+                             cause);
+        }
+        state->cause = state->isReadable() ? "" : cause.text();
+    }
+    LogBook::take(); // said the same
 }
 
 const Line& BoardLines::find(const std::vector<Line>& lines, int id, const std::string& what) {

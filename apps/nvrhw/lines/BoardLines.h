@@ -3,18 +3,10 @@
 #include "config/MachineConfigurationDetail.h"
 #include "foundation/SafePointer.h"
 #include "gpio/GPIOOperator.h"
+#include "lines/LineState.h"
 
 #include <string>
 #include <vector>
-
-/// An alarm input or output as the hardware configuration has it.
-struct Line {
-    int id;
-    std::string name; ///< empty when it has none
-    int group;
-    int bit;
-    int validLevel;
-};
 
 /// The lines of the board: their configuration, and the operator that reads and drives them. It
 /// needs nothing else of the board, so that lines can be tried before the rest is right.
@@ -38,9 +30,12 @@ public:
     const Line& input(int id) const { return find(m_Inputs, id, "input"); }
     const Line& output(int id) const { return find(m_Outputs, id, "output"); }
 
+    /// Reads all these lines at once: the level of each, and why it has none.
+    void read(const std::vector<LineState*>& states) const;
+
     /// A manager of the library for these lines: of the alarm inputs or of the outputs.
     template <typename Manager> SafePointer<Manager> makeManager() const {
-        const SafePointer<Manager> manager(new ("Lines", __LINE__) Manager);
+        const SafePointer<Manager> manager(new ("BoardLines", __LINE__) Manager);
         SafePointer<MachineConfigurationDetail> detail(m_Detail);
         manager->setGPIOOperator(m_Operator);
         manager->setMachineConfigurationDetail(detail);

@@ -1,83 +1,98 @@
 #include "lines/OutputDrive.h"
 
-#include "gpio/GPIOOperateRecord.h"
+#include "board/gpio/GPIOFaults.h"
+#include "platform/Gpio.h"
+#include "platform/base/Allocation.h"
 #include "print/CommandError.h"
 #include "print/LogBook.h"
 
-#include <cmath>
-#include <cstdio>
+#include <map>
+#include <mutex>
+#include <utility>
 
-namespace {
+/// A driver in front of the real one: it sees every level that the library drives, and whether
+/// that could be done. Thread-safe.
+class DriveTrace : public IGPIO {
+public:
+    NVRHW_TRACKED
 
-constexpr char SOURCE[] = "OutputDrive";
-constexpr double MICROSECONDS = 1e6;
+    DriveTrace(const SafePointer<IGPIO>& driver, OutputDrive::Listener listener)
+        : m_Driver(driver), m_Listener(std::move(listener)) {}
 
-} // namespace
+    int init() override { return m_Driver->init(); }
+    int uninit() override { return m_Driver->uninit(); }
+    int get(int group, int bit, int& level) override { return m_Driver->get(group, bit, level); }
+    int get(const std::vector<IOInfo>& lines, std::vector<IOState>& states) override {
+        return m_Driver->get(lines, states);
+    }
 
-OutputDrive::OutputDrive(int id, const Settings& settings, bool isVerbose)
-    : m_Settings(settings), m_Id(id), m_IsVerbose(isVerbose), m_Start(GPIOOperateRecord::now()),
-      m_Trace(new (SOURCE, __LINE__)
-                  DriveTrace(BoardLines::makeDriver(), [this](int level) { printLevel(level); })),
-      m_Lines(SafePointer<IGPIO>(m_Trace)), m_Line(m_Lines.output(id)), m_Outputs(m_Lines) {}
+    int set(int group, int bit, int level) override {
+        const int result = m_Driver->set(group, bit, level);
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        m_HasFailed = result == 0;
+        if (m_HasFailed) {
+            return result;
+        }
+        const auto [entry, isNew] = m_Levels.insert({{group, bit}, level});
+        if (isNew || entry->second != level) {
+            entry->second = level;
+            m_Listener(level);
+        }
+        return result;
+    }
+
+    /// Whether the last drive of any line failed.
+    bool hasFailed() const {
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        return m_HasFailed;
+    }
+
+private:
+    SafePointer<IGPIO> m_Driver;
+    OutputDrive::Listener m_Listener;
+    mutable std::mutex m_Mutex;
+    std::map<std::pair<int, int>, int> m_Levels; // by group and bit
+    bool m_HasFailed = false;
+};
+
+OutputDrive::OutputDrive(int id, Listener listener)
+    : m_Trace(new ("OutputDrive", __LINE__)
+                  DriveTrace(BoardLines::makeDriver(), std::move(listener))),
+      m_Lines(SafePointer<IGPIO>(m_Trace)), m_Line(m_Lines.output(id)),
+      m_Outputs(m_Lines.makeManager<IOAlarmOutManager>()) {}
 
 void OutputDrive::trigger(const AlarmOutMode& mode) {
-    m_Outputs.manager()->setAlarmOutMode(m_Id, mode);
-    expectDriven();
-    m_Outputs.manager()->triggerAlarm(m_Id);
+    cancel(mode);
+    m_Outputs->triggerAlarm(m_Line.id);
     expectDriven();
 }
 
 void OutputDrive::cancel(const AlarmOutMode& mode) {
-    m_Outputs.manager()->setAlarmOutMode(m_Id, mode); // which cancels
+    m_Outputs->setAlarmOutMode(m_Line.id, mode); // which cancels
     expectDriven();
 }
 
 bool OutputDrive::isRunning() {
     expectDriven();
-    return !m_Lines.gpioOperator()->findRecord(m_Line.group, m_Line.bit).isNull();
+    SafePointer<GPIOOperator> gpio(m_Lines.gpioOperator());
+    return !gpio->findRecord(m_Line.group, m_Line.bit).isNull();
 }
 
-void OutputDrive::printResult(const AlarmOutMode& mode, const std::string& result) {
-    OutputState state = m_Outputs.read({m_Line}).front();
+OutputState OutputDrive::state(const AlarmOutMode& mode) const {
+    OutputState state;
+    state.line = m_Line;
     state.mode = mode;
-    if (m_Settings.json) {
-        Json object = state.json();
-        object["mode"] = AlarmOutputs::modeName(mode.getMode());
-        object["state"] = state.name();
-        object["result"] = result;
-        Console::printLine(object);
-        return;
-    }
-    const std::string level = state.isReadable() ? "its level is " + std::to_string(state.level)
-                                                 : "but it is unreadable: " + state.cause;
-    Console::print("output " + std::to_string(m_Id) + ": " + result + ", " + level + "\n");
-}
-
-double OutputDrive::seconds() const { return (GPIOOperateRecord::now() - m_Start) / MICROSECONDS; }
-
-// In whichever thread of the library drives: nothing may be raised from here.
-void OutputDrive::printLevel(int level) const {
-    if (!m_IsVerbose) {
-        return;
-    }
-    try {
-        if (m_Settings.json) {
-            Console::printLine({{"seconds", std::round(seconds() * 1000) / 1000},
-                                {"output", m_Id},
-                                {"level", level}});
-        } else {
-            char text[64];
-            std::snprintf(text, sizeof text, "[%7.3f] output %d -> %d\n", seconds(), m_Id, level);
-            Console::print(text);
-        }
-    } catch (const std::exception&) {
-        return; // the operation matters more than its trace
-    }
+    m_Lines.read({&state});
+    return state;
 }
 
 void OutputDrive::expectDriven() const {
     if (m_Trace->hasFailed()) {
-        throw CommandError("output " + std::to_string(m_Id) + ": " +
-                           LogBook::takeCause("its line cannot be driven"));
+        Cause cause{"its line cannot be driven"};
+        GPIOFaults::find(GPIOFaults::Operation::DRIVE, m_Line.group, m_Line.bit, cause);
+        LogBook::take(); // said the same
+        throw CommandError("output " + std::to_string(m_Line.id) + ": group " +
+                           std::to_string(m_Line.group) + ", bit " + std::to_string(m_Line.bit) +
+                           " cannot be driven: " + cause.text());
     }
 }

@@ -1,6 +1,5 @@
 #include "panel/PanelControl.h"
 
-#include "lines/AlarmOutputs.h"
 #include "print/CommandError.h"
 #include "print/Duration.h"
 
@@ -15,7 +14,7 @@ float parseFrequency(const std::string& text) {
     char* rest = nullptr;
     const double value = std::strtod(text.c_str(), &rest);
     if (*rest != '\0' ||
-        !(value >= AlarmOutputs::LOWEST_FREQUENCY && value <= AlarmOutputs::HIGHEST_FREQUENCY)) {
+        !(value >= OutputState::LOWEST_FREQUENCY && value <= OutputState::HIGHEST_FREQUENCY)) {
         throw CommandError("a frequency is a number from 0.01 to 20");
     }
     return static_cast<float>(value);
@@ -23,7 +22,7 @@ float parseFrequency(const std::string& text) {
 
 int parseTimeout(const std::string& text) {
     const std::int64_t milliseconds = Duration::parse(text);
-    if (milliseconds < 0 || milliseconds > AlarmOutputs::LONGEST_TIMEOUT) {
+    if (milliseconds < 0 || milliseconds > OutputState::LONGEST_TIMEOUT) {
         throw CommandError("a time-out is such as 500ms, 10s or 2m, up to 35 minutes; 0 for none");
     }
     return static_cast<int>(milliseconds);
@@ -74,7 +73,7 @@ PanelControl::PanelControl(PanelBoard& board, PanelModel& model, PanelFocus& foc
 bool PanelControl::press(int key, bool isShown) {
     m_Focus.note.clear();
     if (m_Focus.isHelp && isShown) {
-        m_Focus.isHelp = key == KEY_RESIZE;
+        readHelp(key);
         return true;
     }
     if (key == 'q' && !m_Focus.prompt.isOpen()) {
@@ -91,6 +90,17 @@ bool PanelControl::press(int key, bool isShown) {
     return true;
 }
 
+// The view keeps the row where there is text.
+void PanelControl::readHelp(int key) {
+    const int step = key == KEY_DOWN    ? 1
+                     : key == KEY_UP    ? -1
+                     : key == KEY_NPAGE ? MESSAGE_STEP
+                     : key == KEY_PPAGE ? -MESSAGE_STEP
+                                        : 0;
+    m_Focus.helpTop = step != 0 ? m_Focus.helpTop + step : 0;
+    m_Focus.isHelp = step != 0 || key == KEY_RESIZE;
+}
+
 void PanelControl::act(int key) {
     if (m_Focus.prompt.isOpen()) {
         m_Focus.prompt.press(key);
@@ -103,14 +113,14 @@ void PanelControl::act(int key) {
     }
 }
 
-const PanelInput& PanelControl::input() const {
+const InputState& PanelControl::input() const {
     if (m_Focus.list != PanelFocus::INPUTS || m_Model.inputs.empty()) {
         throw CommandError("this key is for an input: Tab goes to the inputs");
     }
     return m_Model.inputs[static_cast<std::size_t>(m_Focus.inputs.selected())];
 }
 
-PanelOutput& PanelControl::output() const {
+OutputState& PanelControl::output() const {
     if (m_Focus.list != PanelFocus::OUTPUTS || m_Model.outputs.empty()) {
         throw CommandError("this key is for an output: Tab goes to the outputs");
     }
@@ -136,7 +146,7 @@ void PanelControl::changeMode() {
     AlarmOutMode mode = output().mode;
     mode.setMode(nextMode(mode.getMode()));
     if (mode.getMode() == AlarmOutMode::Flash && mode.getFrequency() <= 0.0F) {
-        mode.setFrequency(AlarmOutputs::DEFAULT_FREQUENCY);
+        mode.setFrequency(OutputState::DEFAULT_FREQUENCY);
     }
     setMode(mode);
 }

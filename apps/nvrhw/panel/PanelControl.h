@@ -19,8 +19,9 @@ private:
     static const Binding BINDINGS[];
 
     void act(int key);
-    const PanelInput& input() const;
-    PanelOutput& output() const;
+    void readHelp(int key);
+    const InputState& input() const;
+    OutputState& output() const;
 
     void switchList();
     void flip();

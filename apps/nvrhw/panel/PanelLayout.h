@@ -3,8 +3,8 @@
 /// How the rows of the terminal are shared out. From top to bottom: a title, the inputs and the
 /// outputs and the messages, each below a rule, a row about the selected line, a row of keys.
 struct PanelLayout {
-    static constexpr int LEAST_COLUMNS = 80;
-    static constexpr int LEAST_ROWS = 24;
+    static constexpr int LEAST_COLUMNS = 40;
+    static constexpr int LEAST_ROWS = 10;
 
     /// Whether a terminal of this size is large enough.
     static bool fits(int rows, int columns) {

@@ -1,39 +1,43 @@
 #pragma once
 
-#include "panel/PanelGrid.h"
+#include "panel/PanelFocus.h"
 #include "panel/PanelScreen.h"
+#include "print/Fact.h"
 
 #include <string>
 #include <vector>
 
-/// Draws a list of lines as a grid of items, each with the same columns, below a rule that carries
-/// the name of the list and the titles of the columns.
+/// Draws what is known of lines as a grid of items, each with the same columns, below a rule that
+/// carries the name of the list and the titles of the columns.
 class PanelListView {
 public:
-    struct Column {
-        std::string title;
-        int width; ///< 0: is left out
-    };
-    struct Cell {
-        std::wstring text;
-        int style = PanelScreen::PLAIN;
-    };
+    PanelListView(PanelScreen& screen, int top, const PanelGrid& grid);
 
-    PanelListView(PanelScreen& screen, int top, const PanelGrid& grid, std::vector<Column> columns);
-
-    void drawRule(const std::string& name) const;
-
-    /// Draws the item when it is among those to be seen.
-    void drawItem(int item, bool isSelected, const std::vector<Cell>& cells) const;
+    /// Draws the items to be seen, of which the selected one is marked if the user is here. A
+    /// column is left out when there is no room for it.
+    void draw(const std::string& name, const std::vector<Record>& items, bool isHere) const;
 
     /// A rule over the whole width of the screen.
     static void drawRule(PanelScreen& screen, int row, const std::string& name);
 
+    /// A column as the facts describe it.
+    struct Column {
+        std::string title;
+        int rank;  ///< the highest is left out first
+        int width; ///< 0: it is left out
+        bool canShrink;
+    };
+
+    /// Takes from the widths what is more than `width`, the mark of the selected item included.
+    static void narrow(std::vector<Column>& columns, int width);
+
 private:
+    void drawTitles(const std::string& name, const std::vector<Column>& columns) const;
+    void drawItem(int item, bool isSelected, const std::vector<Column>& columns,
+                  const Record& facts) const;
     int left(int gridColumn) const;
 
     PanelScreen& m_Screen;
     const int m_Top;
     const PanelGrid& m_Grid;
-    const std::vector<Column> m_Columns;
 };

@@ -12,7 +12,7 @@ constexpr int IDLE_MILLISECONDS = 250; // for lines that others change, and the 
 
 } // namespace
 
-PanelLoop::PanelLoop(PanelBoard& board, PanelModel& model, PanelMailbox& mailbox,
+PanelLoop::PanelLoop(PanelBoard& board, PanelModel& model, AlarmMailbox& mailbox,
                      PanelScreen& screen, const Signals& signals)
     : m_Board(board), m_Model(model), m_Mailbox(mailbox), m_Screen(screen), m_Signals(signals),
       m_View(screen, model, m_Focus), m_Control(board, model, m_Focus) {}
@@ -30,7 +30,7 @@ bool PanelLoop::wait() {
         {STDIN_FILENO, POLLIN, 0}, {m_Signals.file(), POLLIN, 0}, {m_Mailbox.file(), POLLIN, 0}};
     const bool isBusy =
         std::any_of(m_Model.outputs.begin(), m_Model.outputs.end(),
-                    [](const PanelOutput& each) { return each.operation != PanelOutput::NONE; });
+                    [](const OutputState& each) { return each.operation != OutputState::NONE; });
     poll(files, 3, isBusy ? BUSY_MILLISECONDS : IDLE_MILLISECONDS);
     return (files[0].revents & (POLLHUP | POLLERR | POLLNVAL)) == 0;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "lines/AlarmMailbox.h"
 #include "panel/PanelBoard.h"
 #include "panel/PanelControl.h"
 #include "panel/PanelFocus.h"
-#include "panel/PanelMailbox.h"
 #include "panel/PanelModel.h"
 #include "panel/PanelScreen.h"
 #include "panel/PanelView.h"
@@ -14,7 +14,7 @@
 class PanelLoop {
 public:
     /// Keeps what it is given.
-    PanelLoop(PanelBoard& board, PanelModel& model, PanelMailbox& mailbox, PanelScreen& screen,
+    PanelLoop(PanelBoard& board, PanelModel& model, AlarmMailbox& mailbox, PanelScreen& screen,
               const Signals& signals);
 
     /// Returns when its user or a signal ends it, or the terminal has gone.
@@ -28,7 +28,7 @@ private:
 
     PanelBoard& m_Board;
     PanelModel& m_Model;
-    PanelMailbox& m_Mailbox;
+    AlarmMailbox& m_Mailbox;
     PanelScreen& m_Screen;
     const Signals& m_Signals;
     PanelFocus m_Focus;

@@ -3,7 +3,6 @@
 #include "print/Text.h"
 
 #include <algorithm>
-#include <ctime>
 
 namespace {
 
@@ -12,18 +11,9 @@ constexpr int KIND_COLUMN = 11;
 
 struct Kind {
     const char* word;
-    PanelScreen::Style style;
+    Style style;
 };
-constexpr Kind KINDS[] = {
-    {"ALARM", PanelScreen::BAD}, {"normal", PanelScreen::GOOD}, {"log", PanelScreen::DOUBTFUL}};
-
-std::string clock(std::time_t time) {
-    std::tm local{};
-    localtime_r(&time, &local);
-    char text[16];
-    std::strftime(text, sizeof text, "%H:%M:%S", &local);
-    return text;
-}
+constexpr Kind KINDS[] = {{"ALARM", BAD}, {"normal", GOOD}, {"log", DOUBTFUL}};
 
 } // namespace
 
@@ -42,28 +32,28 @@ void PanelMessageView::draw(int top, int rows, int& below) {
     }
     int row = top + std::min(0, rows - used);
     for (int i = next; i < count - below; ++i) {
-        const PanelMessage& message = messages[static_cast<std::size_t>(i)];
+        const Event& message = messages[static_cast<std::size_t>(i)];
         drawMessage(row, top, message);
         row += rowsOf(message);
     }
 }
 
-int PanelMessageView::rowsOf(const PanelMessage& message) const {
+int PanelMessageView::rowsOf(const Event& message) const {
     const std::wstring text = Text::decode(m_Model.textOf(message));
     return static_cast<int>(Text::wrap(text, m_Screen.columns() - TEXT_COLUMN - 1).size());
 }
 
 // Rows before `firstRow` are not drawn.
-void PanelMessageView::drawMessage(int row, int firstRow, const PanelMessage& message) {
+void PanelMessageView::drawMessage(int row, int firstRow, const Event& message) {
     const Kind& kind = KINDS[message.kind];
     if (row >= firstRow) {
-        m_Screen.put(row, 1, clock(message.time), PanelScreen::FAINT);
+        m_Screen.put(row, 1, message.receivedText(false), FAINT);
         m_Screen.put(row, KIND_COLUMN, kind.word, kind.style);
     }
     const std::wstring text = Text::decode(m_Model.textOf(message));
     for (const std::wstring& line : Text::wrap(text, m_Screen.columns() - TEXT_COLUMN - 1)) {
         if (row >= firstRow) {
-            m_Screen.put(row, TEXT_COLUMN, line, PanelScreen::PLAIN);
+            m_Screen.put(row, TEXT_COLUMN, line, PLAIN);
         }
         ++row;
     }

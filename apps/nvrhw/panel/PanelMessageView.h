@@ -14,8 +14,8 @@ public:
     void draw(int top, int rows, int& below);
 
 private:
-    int rowsOf(const PanelMessage& message) const;
-    void drawMessage(int row, int firstRow, const PanelMessage& message);
+    int rowsOf(const Event& message) const;
+    void drawMessage(int row, int firstRow, const Event& message);
 
     PanelScreen& m_Screen;
     const PanelModel& m_Model;

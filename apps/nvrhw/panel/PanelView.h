@@ -2,7 +2,6 @@
 
 #include "panel/PanelFocus.h"
 #include "panel/PanelLayout.h"
-#include "panel/PanelListView.h"
 #include "panel/PanelModel.h"
 #include "panel/PanelScreen.h"
 
@@ -24,10 +23,9 @@ private:
     void drawHelp();
     void drawBoard(const PanelLayout& layout);
     void drawTitle();
-    void drawInputs(const PanelLayout& layout);
-    void drawOutputs(const PanelLayout& layout);
     void drawMessages(const PanelLayout& layout);
     void drawDetail(int row);
+    void drawPrompt(int row);
     void drawKeys(int row);
 
     PanelScreen& m_Screen;

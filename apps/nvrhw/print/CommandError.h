@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Diagnostics.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -9,5 +11,8 @@ public:
     using std::runtime_error::runtime_error;
 
     /// What is wrong with the files of the board, whose check tells the rest.
-    static CommandError ofBoard(const std::string& cause);
+    static CommandError ofBoard(const std::string& cause) {
+        return CommandError(cause + "; `nvrhw check --board " +
+                            GlobalEnv::getInstance()->getRootDirectory() + "` says more");
+    }
 };

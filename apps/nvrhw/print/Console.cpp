@@ -1,16 +1,22 @@
 #include "print/Console.h"
 
 #include "print/CommandError.h"
+#include "print/Text.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr int INDENT = 2;
+
+int output = STDOUT_FILENO;
 
 // False, with errno, on failure.
 bool writeWhole(int file, const std::string& text) {
@@ -25,15 +31,22 @@ bool writeWhole(int file, const std::string& text) {
     return true;
 }
 
-// Texts of the configuration files need not be UTF-8, JSON must be.
-std::string dump(const Json& document, int indent) {
-    return document.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
 } // namespace
 
+void Console::open() {
+    Text::useLanguage();
+    output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) { // it may be closed
+        const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        dup2(nowhere, STDOUT_FILENO);
+    }
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+}
+
+int Console::file() { return output; }
+
 void Console::print(const std::string& text) {
-    if (writeWhole(STDOUT_FILENO, text)) {
+    if (writeWhole(output, text)) {
         return;
     }
     if (errno == EPIPE) {
@@ -42,29 +55,24 @@ void Console::print(const std::string& text) {
     throw CommandError(std::string("standard output cannot be written: ") + std::strerror(errno));
 }
 
-void Console::printDocument(const Json& document) { print(dump(document, INDENT)); }
+void Console::printDocument(const Value& document) { print(jsonText(document, INDENT)); }
 
-void Console::printLine(const Json& object) { print(dump(object, -1)); }
+void Console::printLine(const Record& object) { print(jsonText(object, -1)); }
 
 void Console::complain(const std::string& text) {
-    writeWhole(STDERR_FILENO, "nvrhw: " + harmless(text) + "\n");
+    writeWhole(STDERR_FILENO, "nvrhw: " + Text::harmless(text) + "\n");
 }
 
-std::string Console::harmless(std::string text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto c = static_cast<unsigned char>(text[i]);
-        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
-        const bool isLong = c == 0xC2 && next >= 0x80 && next < 0xA0; // UTF-8 has some more
-        if (isLong || c < ' ' || c == 0x7F) {
-            text.replace(i, isLong ? 2 : 1, "?");
-        }
-    }
-    return text;
+bool Console::isTerminal() { return isatty(output) != 0; }
+
+int Console::columns() {
+    winsize size{};
+    return isTerminal() && ioctl(output, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 bool Console::hasColours() {
     const char* unwanted = std::getenv("NO_COLOR");
     const char* terminal = std::getenv("TERM");
-    return isatty(STDOUT_FILENO) != 0 && (unwanted == nullptr || *unwanted == '\0') &&
-           terminal != nullptr && std::strcmp(terminal, "dumb") != 0;
+    return isTerminal() && (unwanted == nullptr || *unwanted == '\0') && terminal != nullptr &&
+           std::strcmp(terminal, "dumb") != 0;
 }

@@ -1,60 +1,50 @@
 #include "print/Duration.h"
 
+#include <CLI/CLI.hpp>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 
 namespace {
 
-struct Unit {
-    const char* name;
-    double milliseconds;
-};
+constexpr double SECOND = 1000.0; // milliseconds
 
-constexpr Unit UNITS[] = {{"", 1000}, {"ms", 1}, {"s", 1000}, {"m", 60000}, {"min", 60000}};
-constexpr double LONGEST = 1e12;
-constexpr std::int64_t SECOND = 1000;
+CLI::Validator inSeconds() {
+    const std::map<std::string, double> units{{"ms", 1 / SECOND}, {"s", 1}, {"m", 60}, {"min", 60}};
+    return CLI::AsNumberWithUnit(units, CLI::AsNumberWithUnit::CASE_SENSITIVE).description("");
+}
 
 } // namespace
 
-CLI::Validator Duration::between(std::int64_t shortest, std::int64_t longest) {
-    const auto check = [shortest, longest](const std::string& text) {
-        const std::int64_t milliseconds = parse(text);
-        if (milliseconds < 0) {
-            return "\"" + text + "\" is no duration such as 500ms, 2s or 1m";
-        }
-        if (milliseconds < shortest || milliseconds > longest) {
-            return text + " is not from " + Duration::text(shortest) + " to " +
-                   Duration::text(longest);
-        }
-        return std::string();
+CLI::Option* Duration::addOption(CLI::App& app, const std::string& name, std::int64_t& milliseconds,
+                                 std::int64_t longest, const std::string& description) {
+    const auto take = [&milliseconds](double seconds) {
+        milliseconds = std::llround(seconds * SECOND);
     };
-    return CLI::Validator(check, "");
+    const double most = static_cast<double>(longest) / SECOND;
+    return app.add_option_function<double>(name, take, description)
+        ->transform(inSeconds())
+        ->check(CLI::Range(1 / SECOND, most).description(""))
+        ->type_name("DURATION");
 }
 
-std::int64_t Duration::parse(const std::string& text) {
-    const std::size_t end = text.find_first_not_of("0123456789.");
-    const std::string number = text.substr(0, end);
-    const std::string unit = end == std::string::npos ? "" : text.substr(end);
-    char* rest = nullptr;
-    const double value = std::strtod(number.c_str(), &rest);
-    if (number.empty() || *rest != '\0') {
+std::int64_t Duration::parse(std::string text) {
+    double seconds = -1;
+    try {
+        const bool isWrong =
+            !inSeconds()(text).empty() || !CLI::detail::lexical_cast(text, seconds);
+        return isWrong || seconds < 0 ? -1 : std::llround(seconds * SECOND);
+    } catch (const CLI::ValidationError&) {
         return -1;
     }
-    for (const Unit& known : UNITS) {
-        if (unit == known.name) {
-            const double milliseconds = value * known.milliseconds;
-            return milliseconds > LONGEST ? -1 : std::llround(milliseconds);
-        }
-    }
-    return -1;
 }
 
 std::string Duration::text(std::int64_t milliseconds) {
-    if (milliseconds < SECOND) {
-        return std::to_string(milliseconds) + " ms";
-    }
+    const auto number = static_cast<double>(milliseconds);
     char text[32];
-    std::snprintf(text, sizeof text, "%.15g s", static_cast<double>(milliseconds) / SECOND);
+    if (number < SECOND) {
+        std::snprintf(text, sizeof text, "%g ms", number);
+    } else {
+        std::snprintf(text, sizeof text, "%.15g s", number / SECOND);
+    }
     return text;
 }

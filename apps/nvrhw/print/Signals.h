@@ -1,12 +1,14 @@
 #pragma once
 
 #include <csignal>
+#include <initializer_list>
 
-/// The signals that concern the panel, taken by its loop instead of interrupting some thread. To
-/// be made before any thread is started, so that all of them inherit it.
+/// Signals that are taken when the program is ready for them instead of interrupting it somewhere.
+/// To be made before any thread is started, so that all of them inherit it. One that is ignored
+/// (as under nohup) stays so.
 class Signals {
 public:
-    Signals();
+    explicit Signals(std::initializer_list<int> wanted = {SIGINT, SIGTERM, SIGHUP});
 
     /// From now on the signals have their usual effect again.
     ~Signals();
@@ -18,6 +20,9 @@ public:
 
     /// The number of a signal that has come; 0 when there is none.
     int take() const;
+
+    /// Waits for a signal and takes it; 0 when none has come within the time.
+    int waitFor(int milliseconds) const;
 
 private:
     sigset_t m_Signals;

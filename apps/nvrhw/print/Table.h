@@ -1,56 +1,51 @@
 #pragma once
 
+#include "print/Fact.h"
+
 #include <string>
 #include <vector>
 
-/// A table for people: aligned columns under their titles. A column without any content is left
-/// out.
+/// A table for people, of facts: aligned columns, numbers to the right. A column without any
+/// content is left out.
 class Table {
 public:
-    enum Style { PLAIN, STRONG, GOOD, BAD, DOUBTFUL };
-    enum Alignment { LEFT, RIGHT };
+    /// A row for each record, below the titles of its facts, if they are wanted. A list of records
+    /// among the facts that has a title but no text makes a row of each of its records.
+    void addList(const std::vector<Record>& records, bool hasTitles = true);
 
-    struct Column {
-        std::string title; ///< no column has one: the table has no line of titles
-        Alignment alignment = LEFT;
-    };
+    /// A row for each fact: its title, its words and its unit; below a line with `heading`, when
+    /// there is one, a little to the right.
+    void addFacts(const Record& facts, const std::string& heading = "");
 
-    /// UTF-8; control characters are replaced.
-    struct Cell {
-        Cell(const char* content);        // NOLINT(google-explicit-constructor)
-        Cell(const std::string& content); // NOLINT(google-explicit-constructor)
-        Cell(int number);                 // NOLINT(google-explicit-constructor)
-        Cell(const std::string& content, Style as);
-
-        std::string text;
-        Style style = PLAIN;
-    };
-
-    explicit Table(std::vector<Column> columns);
-
-    /// One cell for each column; missing ones are empty.
-    void add(std::vector<Cell> cells);
-
-    /// A line of its own between the rows, which stand below it a little to the right.
+    /// A line of its own between the rows.
     void addHeading(const std::string& text);
 
-    /// The lines of the table, styled when `hasColours`.
-    std::string text(bool hasColours) const;
+    /// The lines of the table, styled when `hasColours`. In `limit` columns, unless that is 0, as
+    /// much is cut off the longest texts as is too wide.
+    std::string text(bool hasColours, int limit) const;
 
-    /// Prints it on standard output.
+    /// Prints it on standard output, as wide as that is.
     void print() const;
 
 private:
+    struct Cell {
+        std::string text;
+        Style style;
+        bool isRight;
+    };
     struct Row {
         std::vector<Cell> cells;
-        bool isHeading;
+        bool isHeading = false;
+        bool isTitle = false;
     };
 
-    std::vector<std::size_t> widths() const;
-    std::string line(const Row& row, const std::vector<std::size_t>& widths, bool hasColours) const;
+    static Row rowOf(const Record& record);
+    static Row titlesOf(const Record& record);
+    std::vector<int> widths() const;
+    std::vector<int> narrowed(std::vector<int> widths, int limit) const;
+    static std::string line(const Row& row, const std::vector<int>& widths, bool hasColours,
+                            int left);
 
-    std::vector<Column> m_Columns;
     std::vector<Row> m_Rows;
-    bool m_HasTitles = false;
-    std::size_t m_Indent = 0;
+    int m_Indent = 0;
 };

@@ -1,7 +1,11 @@
 #include "print/Text.h"
 
 #include <algorithm>
+#include <climits>
+#include <clocale>
+#include <cstring>
 #include <cwchar>
+#include <langinfo.h>
 
 namespace {
 
@@ -28,7 +32,43 @@ std::size_t countFitting(const std::wstring& text, std::size_t start, int cells)
     return end - start;
 }
 
+std::wstring shortened(const std::wstring& text, int cells) {
+    if (cells <= 0 || Text::width(text) <= cells) {
+        return cells <= 0 ? L"" : text;
+    }
+    return text.substr(0, countFitting(text, 0, cells - 1)) + ELLIPSIS;
+}
+
+std::string encode(const std::wstring& text) {
+    std::string result;
+    std::mbstate_t state{};
+    for (const wchar_t c : text) {
+        char bytes[MB_LEN_MAX];
+        result.append(bytes, std::wcrtomb(bytes, c, &state));
+    }
+    return result;
+}
+
 } // namespace
+
+void Text::useLanguage() {
+    std::setlocale(LC_CTYPE, "");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+    }
+}
+
+std::string Text::harmless(std::string text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        const bool isLong = c == 0xC2 && next >= 0x80 && next < 0xA0; // UTF-8 has some more
+        if (isLong || c < ' ' || c == 0x7F) {
+            text.replace(i, isLong ? 2 : 1, "?");
+        }
+    }
+    return text;
+}
 
 std::wstring Text::decode(const std::string& text) {
     std::wstring result;
@@ -56,15 +96,14 @@ int Text::width(const std::wstring& text) {
     return cells;
 }
 
+std::string Text::cut(const std::string& text, int cells) {
+    const std::wstring wide = decode(text);
+    return width(wide) > cells ? encode(shortened(wide, cells)) : text;
+}
+
 std::wstring Text::fit(const std::wstring& text, int cells) {
-    if (cells <= 0) {
-        return L"";
-    }
-    std::wstring result = text;
-    if (width(text) > cells) {
-        result = text.substr(0, countFitting(text, 0, cells - 1)) + ELLIPSIS;
-    }
-    return result + std::wstring(static_cast<std::size_t>(cells - width(result)), L' ');
+    const std::wstring shown = shortened(text, cells);
+    return shown + std::wstring(static_cast<std::size_t>(std::max(cells - width(shown), 0)), L' ');
 }
 
 std::vector<std::wstring> Text::wrap(const std::wstring& text, int cells) {
