@@ -164,7 +164,7 @@ int run(const Settings& settings) {
     for (const Fact& section : sections) {
         Console::print(gap);
         Table heading;
-        heading.addHeading(section.title);
+        heading.addFacts({}, section.title);
         heading.print();
         Table table;
         if (const auto* records = std::get_if<std::vector<Record>>(&section.value)) {

@@ -12,6 +12,7 @@
 #include <chrono>
 #include <limits>
 #include <poll.h>
+#include <utility>
 
 namespace {
 
@@ -47,7 +48,7 @@ Record describe(const Event& event, const BoardLines& lines) {
     const std::string state = isAlarm ? "alarm" : "normal";
     const double received = static_cast<double>(event.received) / SECOND;
     return {Fact{"time", "TIME", event.time}.says(event.dateText()),
-            Fact{"received", "RECEIVED", received}.says(event.receivedText(true)),
+            Fact{"received", "RECEIVED", received}.says(event.receivedText()),
             Fact{"input", "INPUT", event.inputId}.says("input " + std::to_string(event.inputId)),
             Fact{"state", "STATE", state}.says(state + padding, isAlarm ? BAD : GOOD),
             {"name", "NAME", name}};
@@ -64,55 +65,35 @@ void print(const Event& event, const BoardLines& lines, const Settings& settings
     }
 }
 
-/// The messages one by one, each when it can be written: signals are still answered while the
-/// reader of the program is stopped, and the mailbox counts what has no room meanwhile.
-class Messages {
-public:
-    Messages(AlarmMailbox& mailbox, Clock::time_point end) : m_Mailbox(mailbox), m_End(end) {}
-
-    /// False when it is time to end.
-    bool wait(const Signals& signals) {
-        for (;;) {
-            receive();
-            const bool isEmpty = m_Mail.events.empty();
-            const short wanted = isEmpty ? 0 : POLLOUT;
-            pollfd files[] = {{signals.file(), POLLIN, 0},
-                              {Console::file(), wanted, 0},
-                              {isEmpty ? m_Mailbox.file() : -1, POLLIN, 0}};
-            const int ready = poll(files, std::size(files), millisecondsUntil(m_End));
-            if ((files[1].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0) {
-                throw ReaderGone();
-            }
-            if (ready == 0 || signals.take() != 0) {
-                return false;
-            }
-            if ((files[1].revents & POLLOUT) != 0) {
-                return true;
-            }
+// Waits until there is a message in `mail` that can be written; false when it is time to end.
+// Signals are answered even while the reader of the program is stopped, and the mailbox counts what
+// has no room meanwhile.
+bool waitForMessage(AlarmMailbox& mailbox, AlarmMailbox::Mail& mail, const Signals& signals,
+                    Clock::time_point end) {
+    for (;;) {
+        if (mail.events.empty()) {
+            mail = mailbox.take();
+        }
+        if (std::exchange(mail.lost, 0) > 0) {
+            Console::complain("messages are lost: nobody has read them in time");
+        }
+        const bool isEmpty = mail.events.empty();
+        const short wanted = isEmpty ? 0 : POLLOUT;
+        pollfd files[] = {{signals.file(), POLLIN, 0},
+                          {Console::file(), wanted, 0},
+                          {isEmpty ? mailbox.file() : -1, POLLIN, 0}};
+        const int ready = poll(files, std::size(files), millisecondsUntil(end));
+        if ((files[1].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0) {
+            throw ReaderGone();
+        }
+        if (ready == 0 || signals.take() != 0) {
+            return false;
+        }
+        if ((files[1].revents & POLLOUT) != 0) {
+            return true;
         }
     }
-
-    Event take() {
-        Event event = m_Mail.events.front();
-        m_Mail.events.pop_front();
-        return event;
-    }
-
-private:
-    void receive() {
-        if (m_Mail.events.empty()) {
-            m_Mail = m_Mailbox.take();
-            if (m_Mail.lost > 0) {
-                Console::complain(std::to_string(m_Mail.lost) +
-                                  " messages are lost: nobody has read them in time");
-            }
-        }
-    }
-
-    AlarmMailbox& m_Mailbox;
-    AlarmMailbox::Mail m_Mail;
-    const Clock::time_point m_End;
-};
+}
 
 int run(const Wish& wish, const Settings& settings) {
     const Clock::time_point end = wish.timeout == 0
@@ -129,11 +110,12 @@ int run(const Wish& wish, const Settings& settings) {
     if (!settings.json && Console::isTerminal()) {
         Console::complain("following the alarm inputs; Ctrl-C ends it");
     }
-    Messages messages(mailbox, end);
+    AlarmMailbox::Mail mail;
     int printed = 0;
-    while ((wish.count == 0 || printed < wish.count) && messages.wait(signals)) {
-        print(messages.take(), lines, settings);
-        ++printed;
+    for (; (wish.count == 0 || printed < wish.count) && waitForMessage(mailbox, mail, signals, end);
+         ++printed) {
+        print(mail.events.front(), lines, settings);
+        mail.events.pop_front();
     }
     if (printed < wish.count) {
         throw CommandError("ended after " + std::to_string(printed) + " of " +

@@ -24,6 +24,8 @@ struct Wish {
     float frequency = 0.0F;
     std::int64_t timeout = 0; // milliseconds
     bool isVerbose = false;
+    bool isCancel = false;
+    double start = 0.0; // microseconds, as GPIOOperateRecord::now()
 
     AlarmOutMode wanted() const {
         const AlarmOutMode::Mode kind = mode == "flash"   ? AlarmOutMode::Flash
@@ -42,42 +44,18 @@ struct Wish {
     }
 };
 
-/// What is driven, with its time, printed without holding up whoever drives.
-class Trace {
-public:
-    Trace(const Wish& wish, const Settings& settings)
-        : m_Wish(wish), m_IsJson(settings.json), m_Start(GPIOOperateRecord::now()),
-          m_Writer(MOST_LINES, &Console::print, [this](int count) {
-              return line({"leftOut", "", count}, std::to_string(count) + " changes left out");
-          }) {}
-
-    void add(int level) {
-        if (m_Wish.isVerbose) {
-            m_Writer.post(line({"level", "", level}, "-> " + std::to_string(level)));
-        }
+// A line of the trace, or of the gaps in it.
+std::string traceLine(const Wish& wish, const Settings& settings, const Fact& fact,
+                      const std::string& words) {
+    const double seconds = (GPIOOperateRecord::now() - wish.start) / SECOND;
+    if (settings.json) {
+        const double rounded = std::round(seconds * 1000) / 1000;
+        return jsonText(Record{{"seconds", "", rounded}, {"output", "", wish.id}, fact}, -1);
     }
-
-    /// Waits until the reader has all of it.
-    void finish() { m_Writer.finish(); }
-
-    double seconds() const { return (GPIOOperateRecord::now() - m_Start) / SECOND; }
-
-private:
-    std::string line(const Fact& fact, const std::string& words) const {
-        if (m_IsJson) {
-            const double rounded = std::round(seconds() * 1000) / 1000;
-            return jsonText(Record{{"seconds", "", rounded}, {"output", "", m_Wish.id}, fact}, -1);
-        }
-        char time[32];
-        std::snprintf(time, sizeof time, "[%7.3f] output ", seconds());
-        return time + std::to_string(m_Wish.id) + " " + words + "\n";
-    }
-
-    const Wish& m_Wish;
-    const bool m_IsJson;
-    const double m_Start;
-    LineWriter m_Writer;
-};
+    char time[32];
+    std::snprintf(time, sizeof time, "[%7.3f] output ", seconds);
+    return time + std::to_string(wish.id) + " " + words + "\n";
+}
 
 void printResult(const OutputState& state, const std::string& result, const Settings& settings) {
     if (settings.json) {
@@ -92,11 +70,12 @@ void printResult(const OutputState& state, const std::string& result, const Sett
                    "\n");
 }
 
-// False when a signal has come before the operation is over.
+// False when a signal has come before the operation is over; the output is then off.
 bool carryOn(OutputDrive& drive, const AlarmOutMode& mode, const Signals& signals) {
     try {
         while (drive.isRunning()) {
             if (signals.waitFor(LOOK_MILLISECONDS) != 0) {
+                drive.cancel(mode);
                 return false;
             }
         }
@@ -107,54 +86,62 @@ bool carryOn(OutputDrive& drive, const AlarmOutMode& mode, const Signals& signal
     return true;
 }
 
-// When it returns the line needs nobody any more: whatever waits for a reader then can be ended by
-// a signal.
-bool drive(const Wish& wish, const AlarmOutMode& mode, Trace& trace, OutputState& state) {
+// The result in a word. When it returns the line needs nobody any more: whatever waits for a reader
+// then can be ended by a signal.
+std::string drive(const Wish& wish, const AlarmOutMode& mode, LineWriter& trace,
+                  const Settings& settings, OutputState& state) {
     const Signals signals;
-    OutputDrive output(wish.id, [&trace](int level) { trace.add(level); });
-    output.trigger(mode);
-    const bool isWhole = carryOn(output, mode, signals);
-    if (!isWhole) {
+    OutputDrive output(wish.id, [&](int level) {
+        if (wish.isVerbose) {
+            trace.post(
+                traceLine(wish, settings, {"level", "", level}, "-> " + std::to_string(level)));
+        }
+    });
+    std::string result = "switched off";
+    if (wish.isCancel) {
         output.cancel(mode);
+    } else {
+        output.trigger(mode);
+        const bool staysOn = mode.getMode() == AlarmOutMode::Steady && mode.getTimeout() == 0;
+        const bool isWhole = carryOn(output, mode, signals);
+        result = !isWhole ? "cancelled" : staysOn ? "switched on" : "done";
     }
     state = output.state(mode);
-    return isWhole;
+    return result;
 }
 
-int runTrigger(const Wish& wish, const Settings& settings) {
+int run(Wish& wish, const Settings& settings) {
     const AlarmOutMode mode = wish.wanted();
-    Trace trace(wish, settings);
+    wish.start = GPIOOperateRecord::now();
+    LineWriter trace(MOST_LINES, &Console::print, [&](int count) {
+        return traceLine(wish, settings, {"leftOut", "", count},
+                         std::to_string(count) + " changes left out");
+    });
     OutputState state;
-    const bool isWhole = drive(wish, mode, trace, state);
-    const auto lasted = static_cast<std::int64_t>(trace.seconds() * 1000);
+    const std::string result = drive(wish, mode, trace, settings, state);
+    const double lasted = (GPIOOperateRecord::now() - wish.start) / 1000;
     trace.finish();
-    const bool staysOn = mode.getMode() == AlarmOutMode::Steady && mode.getTimeout() == 0;
-    printResult(state, !isWhole ? "cancelled" : staysOn ? "switched on" : "done", settings);
-    if (!isWhole && mode.getTimeout() > 0) {
-        throw CommandError("cut short after " + Duration::text(lasted) + " of " +
-                           Duration::text(mode.getTimeout()));
+    printResult(state, result, settings);
+    if (result == "cancelled" && mode.getTimeout() > 0) {
+        throw CommandError("cut short after " + Duration::text(static_cast<std::int64_t>(lasted)) +
+                           " of " + Duration::text(mode.getTimeout()));
     }
     return 0;
 }
 
-int runCancel(const Wish& wish, const Settings& settings) {
-    const AlarmOutMode mode = wish.wanted();
-    Trace trace(wish, settings);
-    OutputDrive output(wish.id, [&trace](int level) { trace.add(level); });
-    output.cancel(mode);
-    trace.finish();
-    printResult(output.state(mode), "switched off", settings);
-    return 0;
+CLI::App& add(Commands& commands, const char* name, const char* description,
+              const std::shared_ptr<Wish>& wish) {
+    CLI::App& app = commands.add(name, description,
+                                 [wish](const Settings& settings) { return run(*wish, settings); });
+    app.add_option("OUTPUT", wish->id, "The output's id")->required()->type_name("");
+    return app;
 }
 
 } // namespace
 
 void addTrigger(Commands& commands) {
     const auto wish = std::make_shared<Wish>();
-    CLI::App& app =
-        commands.add("trigger", "Switch an alarm output on",
-                     [wish](const Settings& settings) { return runTrigger(*wish, settings); });
-    app.add_option("OUTPUT", wish->id, "The output's id")->required()->type_name("");
+    CLI::App& app = add(commands, "trigger", "Switch an alarm output on", wish);
     app.add_option("--mode", wish->mode, "steady (default), flash, or pulse, which lasts 10 ms")
         ->check(CLI::IsMember({"steady", "flash", "pulse"}))
         ->type_name("MODE");
@@ -178,10 +165,8 @@ void addTrigger(Commands& commands) {
 
 void addCancel(Commands& commands) {
     const auto wish = std::make_shared<Wish>();
-    CLI::App& app =
-        commands.add("cancel", "Switch an alarm output off",
-                     [wish](const Settings& settings) { return runCancel(*wish, settings); });
-    app.add_option("OUTPUT", wish->id, "The output's id")->required()->type_name("");
+    wish->isCancel = true;
+    CLI::App& app = add(commands, "cancel", "Switch an alarm output off", wish);
     app.add_flag("--inverted", wish->isInverted, "It was triggered with --inverted");
     app.add_flag("--verbose", wish->isVerbose, "Print the level change");
     app.footer(

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int64_t SECOND = 1000; // milliseconds
 
-std::string clockText(std::int64_t seconds, const char* format) {
+std::string formatted(std::int64_t seconds, const char* format) {
     const auto time = static_cast<std::time_t>(seconds);
     std::tm local{};
     localtime_r(&time, &local);
@@ -30,12 +30,14 @@ std::int64_t now() {
 
 } // namespace
 
-std::string Event::dateText() const { return clockText(time, "%Y-%m-%d %H:%M:%S"); }
+std::string Event::dateText() const { return formatted(time, "%Y-%m-%d %H:%M:%S"); }
 
-std::string Event::receivedText(bool withMilliseconds) const {
+std::string Event::clockText() const { return formatted(time, "%H:%M:%S"); }
+
+std::string Event::receivedText() const {
     char fraction[8];
     std::snprintf(fraction, sizeof fraction, ".%03d", static_cast<int>(received % SECOND));
-    return clockText(received / SECOND, "%H:%M:%S") + (withMilliseconds ? fraction : "");
+    return formatted(received / SECOND, "%H:%M:%S") + fraction;
 }
 
 AlarmMailbox::AlarmMailbox(std::size_t capacity)

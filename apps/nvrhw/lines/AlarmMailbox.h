@@ -19,9 +19,10 @@ struct Event {
     int inputId = 0;           ///< of an alarm message
     std::string text{};        ///< of a log record
 
-    /// "2026-05-06 21:15:24", and "21:15:24.123" or, without milliseconds, "21:15:24".
+    /// Its time as "2026-05-06 21:15:24" and as "21:15:24"; its receipt as "21:15:24.123".
     std::string dateText() const;
-    std::string receivedText(bool withMilliseconds) const;
+    std::string clockText() const;
+    std::string receivedText() const;
 };
 
 /// Takes what the library's threads have to tell, and wakes the thread that shows it. Nobody waits

@@ -28,15 +28,24 @@ int parseTimeout(const std::string& text) {
     return static_cast<int>(milliseconds);
 }
 
-AlarmOutMode::Mode nextMode(AlarmOutMode::Mode mode) {
-    switch (mode) {
-    case AlarmOutMode::Steady:
-        return AlarmOutMode::Flash;
-    case AlarmOutMode::Flash:
-        return AlarmOutMode::Pulse;
-    default:
-        return AlarmOutMode::Steady;
+void takeNextMode(AlarmOutMode& mode) {
+    const bool isSteady = mode.getMode() == AlarmOutMode::Steady;
+    const bool isFlash = mode.getMode() == AlarmOutMode::Flash;
+    mode.setMode(isSteady  ? AlarmOutMode::Flash
+                 : isFlash ? AlarmOutMode::Pulse
+                           : AlarmOutMode::Steady);
+    if (isSteady && mode.getFrequency() <= 0.0F) {
+        mode.setFrequency(OutputState::DEFAULT_FREQUENCY);
     }
+}
+
+void invert(AlarmOutMode& mode) {
+    mode.setValidSignal(mode.getValidSignal() == AlarmOutMode::Direct ? AlarmOutMode::Inverted
+                                                                      : AlarmOutMode::Direct);
+}
+
+void switchList(PanelFocus& focus) {
+    focus.list = focus.list == PanelFocus::INPUTS ? PanelFocus::OUTPUTS : PanelFocus::INPUTS;
 }
 
 } // namespace
@@ -55,20 +64,17 @@ const PanelControl::Binding PanelControl::BINDINGS[] = {
     {KEY_END, [](PanelControl& c) { c.m_Focus.grid().selectLast(); }},
     {KEY_PPAGE, [](PanelControl& c) { c.m_Focus.messagesBelow += MESSAGE_STEP; }},
     {KEY_NPAGE, [](PanelControl& c) { c.m_Focus.messagesBelow -= MESSAGE_STEP; }},
-    {'\t', [](PanelControl& c) { c.switchList(); }},
-    {KEY_BTAB, [](PanelControl& c) { c.switchList(); }},
-    {' ', [](PanelControl& c) { c.flip(); }},
+    {'\t', [](PanelControl& c) { switchList(c.m_Focus); }},
+    {KEY_BTAB, [](PanelControl& c) { switchList(c.m_Focus); }},
+    {' ', [](PanelControl& c) { c.m_Board.flip(c.input()); }},
     {'t', [](PanelControl& c) { c.trigger(); }},
-    {'c', [](PanelControl& c) { c.cancel(); }},
-    {'m', [](PanelControl& c) { c.changeMode(); }},
+    {'c', [](PanelControl& c) { c.m_Board.cancel(c.output()); }},
+    {'m', [](PanelControl& c) { c.changeMode(takeNextMode); }},
     {'f', [](PanelControl& c) { c.askFrequency(); }},
     {'o', [](PanelControl& c) { c.askTimeout(); }},
-    {'i', [](PanelControl& c) { c.invert(); }},
+    {'i', [](PanelControl& c) { c.changeMode(invert); }},
     {'?', [](PanelControl& c) { c.m_Focus.isHelp = true; }},
 };
-
-PanelControl::PanelControl(PanelBoard& board, PanelModel& model, PanelFocus& focus)
-    : m_Board(board), m_Model(model), m_Focus(focus) {}
 
 bool PanelControl::press(int key, bool isShown) {
     m_Focus.note.clear();
@@ -127,12 +133,6 @@ OutputState& PanelControl::output() const {
     return m_Model.outputs[static_cast<std::size_t>(m_Focus.outputs.selected())];
 }
 
-void PanelControl::switchList() {
-    m_Focus.list = m_Focus.list == PanelFocus::INPUTS ? PanelFocus::OUTPUTS : PanelFocus::INPUTS;
-}
-
-void PanelControl::flip() { m_Board.flip(input()); }
-
 void PanelControl::trigger() {
     m_Board.trigger(output());
     if (output().mode.getMode() == AlarmOutMode::Pulse) { // over before it can be seen
@@ -140,25 +140,12 @@ void PanelControl::trigger() {
     }
 }
 
-void PanelControl::cancel() { m_Board.cancel(output()); }
-
-void PanelControl::changeMode() {
-    AlarmOutMode mode = output().mode;
-    mode.setMode(nextMode(mode.getMode()));
-    if (mode.getMode() == AlarmOutMode::Flash && mode.getFrequency() <= 0.0F) {
-        mode.setFrequency(OutputState::DEFAULT_FREQUENCY);
-    }
-    setMode(mode);
-}
-
 void PanelControl::askFrequency() {
     if (output().mode.getMode() != AlarmOutMode::Flash) {
         throw CommandError("only a flashing output has a frequency: m changes the mode");
     }
     m_Focus.prompt.open("level changes a second, 0.01 to 20: ", [this](const std::string& text) {
-        AlarmOutMode mode = output().mode;
-        mode.setFrequency(parseFrequency(text));
-        setMode(mode);
+        changeMode([&](AlarmOutMode& mode) { mode.setFrequency(parseFrequency(text)); });
     });
 }
 
@@ -167,17 +154,6 @@ void PanelControl::askTimeout() {
         throw CommandError("a pulse always lasts 10 ms: m changes the mode");
     }
     m_Focus.prompt.open("end after (500ms, 10s, 2m; 0: no end): ", [this](const std::string& text) {
-        AlarmOutMode mode = output().mode;
-        mode.setTimeout(parseTimeout(text));
-        setMode(mode);
+        changeMode([&](AlarmOutMode& mode) { mode.setTimeout(parseTimeout(text)); });
     });
 }
-
-void PanelControl::invert() {
-    AlarmOutMode mode = output().mode;
-    mode.setValidSignal(mode.getValidSignal() == AlarmOutMode::Direct ? AlarmOutMode::Inverted
-                                                                      : AlarmOutMode::Direct);
-    setMode(mode);
-}
-
-void PanelControl::setMode(const AlarmOutMode& mode) { m_Board.setMode(output(), mode); }

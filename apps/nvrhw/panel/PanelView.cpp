@@ -1,13 +1,16 @@
 #include "panel/PanelView.h"
 
-#include "panel/PanelListView.h"
-#include "panel/PanelMessageView.h"
+#include "panel/PanelList.h"
+#include "panel/PanelMessages.h"
 #include "print/Text.h"
 
 #include <algorithm>
 #include <ctime>
 
 namespace {
+
+constexpr int FRAME_ROWS = 6; // title, three rules, the row about the selected line, keys
+constexpr int LEAST_INPUT_COLUMNS = 39;
 
 struct Key {
     const char* key;
@@ -86,7 +89,21 @@ std::string detail(const OutputState& output) {
 
 } // namespace
 
-bool PanelView::isShown() const { return PanelLayout::fits(m_Screen.rows(), m_Screen.columns()); }
+// As few columns of inputs as let all lines be seen, so that their names have room.
+PanelLayout::PanelLayout(int rows, int columns, int inputs, int outputs) {
+    const int leastMessageRows = std::clamp((rows - FRAME_ROWS + 2) / 4, 1, 5);
+    const int listRows = rows - FRAME_ROWS - leastMessageRows;
+    const int mostColumns = columns / LEAST_INPUT_COLUMNS;
+    const auto rowsNeeded = [&] { return std::max(1, (inputs + inputColumns - 1) / inputColumns); };
+    inputColumns = 1;
+    while (inputColumns < mostColumns && rowsNeeded() + std::max(1, outputs) > listRows) {
+        ++inputColumns;
+    }
+    outputRows = std::max({1, std::min(outputs, listRows / 3), //
+                           std::min(outputs, listRows - rowsNeeded())});
+    inputRows = std::min(rowsNeeded(), listRows - outputRows);
+    messageRows = rows - FRAME_ROWS - inputRows - outputRows;
+}
 
 void PanelView::draw() {
     m_Screen.clear();
@@ -124,7 +141,7 @@ void PanelView::drawHelp() {
     }
     const int hidden = std::max(0, static_cast<int>(lines.size()) - rows);
     m_Focus.helpTop = std::clamp(m_Focus.helpTop, 0, hidden);
-    PanelListView::drawRule(m_Screen, 0, "KEYS");
+    drawRule(m_Screen, 0, "KEYS");
     for (int i = 0; i < std::min(rows, static_cast<int>(lines.size())); ++i) {
         m_Screen.put(i + 1, 2, lines[static_cast<std::size_t>(i + m_Focus.helpTop)], PLAIN);
     }
@@ -138,11 +155,17 @@ void PanelView::drawBoard(const PanelLayout& layout) {
     m_Focus.inputs.arrange(static_cast<int>(m_Model.inputs.size()), layout.inputColumns,
                            layout.inputRows);
     m_Focus.outputs.arrange(static_cast<int>(m_Model.outputs.size()), 1, layout.outputRows);
-    PanelListView(m_Screen, layout.inputTop(), m_Focus.inputs)
-        .draw("INPUTS", describeAll(m_Model.inputs), m_Focus.list == PanelFocus::INPUTS);
-    PanelListView(m_Screen, layout.outputTop(), m_Focus.outputs)
-        .draw("OUTPUTS", describeAll(m_Model.outputs), m_Focus.list == PanelFocus::OUTPUTS);
-    drawMessages(layout);
+    const bool onInputs = m_Focus.list == PanelFocus::INPUTS;
+    drawList(m_Screen, layout.inputTop(), m_Focus.inputs, "INPUTS", describeAll(m_Model.inputs),
+             onInputs);
+    drawList(m_Screen, layout.outputTop(), m_Focus.outputs, "OUTPUTS", describeAll(m_Model.outputs),
+             !onInputs);
+    drawRule(m_Screen, layout.messageTop() - 1, "MESSAGES");
+    drawMessages(m_Screen, m_Model, layout.messageTop(), layout.messageRows, m_Focus.messagesBelow);
+    if (m_Focus.messagesBelow > 0) {
+        const std::wstring text = L" \u2193" + std::to_wstring(m_Focus.messagesBelow) + L" newer";
+        m_Screen.put(layout.messageTop() - 1, m_Screen.columns() - Text::width(text), text, STRONG);
+    }
     drawDetail(layout.detailRow());
     if (m_Focus.prompt.isOpen()) {
         drawPrompt(layout.keyRow());
@@ -171,16 +194,6 @@ void PanelView::drawTitle() {
                  STRONG + bar);
     m_Screen.put(0, right, alarmText, (alarms > 0 ? BAD : PLAIN) + bar);
     m_Screen.put(0, right + static_cast<int>(alarmText.size()), rest, PLAIN + bar);
-}
-
-void PanelView::drawMessages(const PanelLayout& layout) {
-    PanelMessageView view(m_Screen, m_Model);
-    PanelListView::drawRule(m_Screen, layout.messageTop() - 1, "MESSAGES");
-    view.draw(layout.messageTop(), layout.messageRows, m_Focus.messagesBelow);
-    if (m_Focus.messagesBelow > 0) {
-        const std::wstring text = L" \u2193" + std::to_wstring(m_Focus.messagesBelow) + L" newer";
-        m_Screen.put(layout.messageTop() - 1, m_Screen.columns() - Text::width(text), text, STRONG);
-    }
 }
 
 void PanelView::drawDetail(int row) {

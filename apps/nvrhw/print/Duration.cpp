@@ -1,6 +1,7 @@
 #include "print/Duration.h"
 
 #include <CLI/CLI.hpp>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 
@@ -8,31 +9,36 @@ namespace {
 
 constexpr double SECOND = 1000.0; // milliseconds
 
-CLI::Validator inSeconds() {
-    const std::map<std::string, double> units{{"ms", 1 / SECOND}, {"s", 1}, {"m", 60}, {"min", 60}};
-    return CLI::AsNumberWithUnit(units, CLI::AsNumberWithUnit::CASE_SENSITIVE).description("");
-}
-
 } // namespace
 
 CLI::Option* Duration::addOption(CLI::App& app, const std::string& name, std::int64_t& milliseconds,
                                  std::int64_t longest, const std::string& description) {
-    const auto take = [&milliseconds](double seconds) {
-        milliseconds = std::llround(seconds * SECOND);
+    const auto check = [longest](const std::string& written) {
+        const std::int64_t value = parse(written);
+        return value >= 1 && value <= longest
+                   ? ""
+                   : "\"" + written + "\" is no duration such as 500ms, 2s or 1m, up to " +
+                         text(longest);
     };
-    const double most = static_cast<double>(longest) / SECOND;
-    return app.add_option_function<double>(name, take, description)
-        ->transform(inSeconds())
-        ->check(CLI::Range(1 / SECOND, most).description(""))
+    const auto take = [&milliseconds](const std::string& written) {
+        milliseconds = parse(written);
+    };
+    return app.add_option_function<std::string>(name, take, description)
+        ->check(CLI::Validator(check, ""))
         ->type_name("DURATION");
 }
 
 std::int64_t Duration::parse(std::string text) {
-    double seconds = -1;
+    const std::map<std::string, double> units{{"ms", 1}, {"s", SECOND}, {"m", 60e3}, {"min", 60e3}};
+    const bool isSeconds = !text.empty() && std::isdigit(static_cast<unsigned char>(text.back()));
+    double value = -1;
     try {
-        const bool isWrong =
-            !inSeconds()(text).empty() || !CLI::detail::lexical_cast(text, seconds);
-        return isWrong || seconds < 0 ? -1 : std::llround(seconds * SECOND);
+        if (text.empty() || std::isalpha(static_cast<unsigned char>(text.front())) ||
+            !CLI::AsNumberWithUnit(units, CLI::AsNumberWithUnit::CASE_SENSITIVE)(text).empty() ||
+            !CLI::detail::lexical_cast(text, value)) {
+            return -1;
+        }
+        return std::llround(std::min(isSeconds ? value * SECOND : value, 1e15));
     } catch (const CLI::ValidationError&) {
         return -1;
     }

@@ -17,9 +17,6 @@ public:
     /// there is one, a little to the right.
     void addFacts(const Record& facts, const std::string& heading = "");
 
-    /// A line of its own between the rows.
-    void addHeading(const std::string& text);
-
     /// The lines of the table, styled when `hasColours`. In `limit` columns, unless that is 0, as
     /// much is cut off the longest texts as is too wide.
     std::string text(bool hasColours, int limit) const;
@@ -30,22 +27,13 @@ public:
 private:
     struct Cell {
         std::string text;
-        Style style;
-        bool isRight;
+        Style style = PLAIN;
+        bool isRight = false;
     };
-    struct Row {
-        std::vector<Cell> cells;
-        bool isHeading = false;
-        bool isTitle = false;
-    };
+    using Row = std::vector<Cell>;
 
-    static Row rowOf(const Record& record);
-    static Row titlesOf(const Record& record);
-    std::vector<int> widths() const;
-    std::vector<int> narrowed(std::vector<int> widths, int limit) const;
-    static std::string line(const Row& row, const std::vector<int>& widths, bool hasColours,
-                            int left);
+    std::vector<int> widths(int limit) const;
 
+    Row m_Titles;
     std::vector<Row> m_Rows;
-    int m_Indent = 0;
 };
