@@ -46,35 +46,33 @@ struct FieldSchema {
     enum Presence { OPTIONAL, EXPECTED, REQUIRED };
 
     const char* name;
-    Kind kind;
     const char* meaning;
-    Presence presence = OPTIONAL;
-    Range accepted{};                 ///< of a number; the readers refuse others
-    int absent = 0;                   ///< the value of a number or flag that is not there
     const char* absentText = nullptr; ///< in words, where the value says too little
+    const char* doubt = nullptr;      ///< what only a check has to say wherever it stands
     Table<const char*> choices{};     ///< of a CHOICE
-
-    // What a reader takes but almost surely is a mistake.
-    Range likely{};              ///< of a number, or of the bytes of a text
-    bool isKey = false;          ///< the numbers of all keys together stand once among siblings
-    const char* doubt = nullptr; ///< what is to be said wherever it stands
+    Kind kind = TEXT;
+    Presence presence = OPTIONAL;
+    Range accepted{}; ///< of a number; the readers refuse others
+    Range likely{};   ///< of a number, or of the bytes of a text; others are almost surely mistakes
+    int absent = 0;   ///< the value of a number or flag that is not there
+    bool isKey = false; ///< the numbers of all keys together stand once among siblings
 
     static constexpr FieldSchema number(const char* name, const char* meaning) {
-        return {name, NUMBER, meaning};
+        return of(NUMBER, name, meaning);
     }
     /// How many there are of something.
     static constexpr FieldSchema count(const char* name, const char* meaning) {
         return number(name, meaning).expected().mostly(NOT_NEGATIVE);
     }
     static constexpr FieldSchema flag(const char* name, const char* meaning) {
-        return {name, FLAG, meaning};
+        return of(FLAG, name, meaning);
     }
     static constexpr FieldSchema text(const char* name, const char* meaning) {
-        return {name, TEXT, meaning};
+        return of(TEXT, name, meaning);
     }
     static constexpr FieldSchema choice(const char* name, const char* meaning,
                                         Table<const char*> choices) {
-        FieldSchema field{name, CHOICE, meaning};
+        FieldSchema field = of(CHOICE, name, meaning);
         field.choices = choices;
         return field;
     }
@@ -119,9 +117,17 @@ struct FieldSchema {
         changed.doubt = text;
         return changed;
     }
+
+private:
+    static constexpr FieldSchema of(Kind kind, const char* name, const char* meaning) {
+        FieldSchema field{name, meaning};
+        field.kind = kind;
+        return field;
+    }
 };
 
 /// An element, or a section of an ini file.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): rows are written in this order
 struct ElementSchema {
     /// Without a SINGLE or a REQUIRED one the document fails, as with a second SINGLE one. Of the
     /// others but ANY_NUMBER the reader takes the first and never looks at another.
