@@ -36,6 +36,13 @@ constexpr Range ANY{};
 constexpr Range NOT_NEGATIVE{0, ANY.highest};
 constexpr Range POSITIVE{1, ANY.highest};
 
+/// The row with another value.
+template <typename Row, typename Value>
+constexpr Row changed(Row row, Value Row::*member, Value value) {
+    row.*member = value;
+    return row;
+}
+
 /// An attribute of an element, or a key of an ini section.
 struct FieldSchema {
     /// A CHOICE is one of some texts; its value is the place of the text from 1, and 0 without one.
@@ -78,44 +85,26 @@ struct FieldSchema {
     }
 
     constexpr FieldSchema required() const {
-        FieldSchema changed = *this;
-        changed.presence = REQUIRED;
-        return changed;
+        return changed(*this, &FieldSchema::presence, REQUIRED);
     }
     constexpr FieldSchema expected() const {
-        FieldSchema changed = *this;
-        changed.presence = EXPECTED;
-        return changed;
+        return changed(*this, &FieldSchema::presence, EXPECTED);
     }
     constexpr FieldSchema from(Range range) const {
-        FieldSchema changed = *this;
-        changed.accepted = range;
-        return changed;
+        return changed(*this, &FieldSchema::accepted, range);
     }
     constexpr FieldSchema otherwise(const char* text) const {
-        FieldSchema changed = *this;
-        changed.absentText = text;
-        return changed;
+        return changed(*this, &FieldSchema::absentText, text);
     }
     constexpr FieldSchema otherwise(int value) const {
-        FieldSchema changed = *this;
-        changed.absent = value;
-        return changed;
+        return changed(*this, &FieldSchema::absent, value);
     }
     constexpr FieldSchema mostly(Range range) const {
-        FieldSchema changed = *this;
-        changed.likely = range;
-        return changed;
+        return changed(*this, &FieldSchema::likely, range);
     }
-    constexpr FieldSchema key() const {
-        FieldSchema changed = *this;
-        changed.isKey = true;
-        return changed;
-    }
+    constexpr FieldSchema key() const { return changed(*this, &FieldSchema::isKey, true); }
     constexpr FieldSchema doubted(const char* text) const {
-        FieldSchema changed = *this;
-        changed.doubt = text;
-        return changed;
+        return changed(*this, &FieldSchema::doubt, text);
     }
 
 private:
