@@ -342,6 +342,27 @@ TEST_F(KernelBankTest, AChipThatIsTakenAwayIsFoundAgainUnderAnotherNumber) {
     EXPECT_TRUE(observer.waitFor({1, 1}));
 }
 
+TEST_F(KernelBankTest, ABankThatIsExchangedWhileItIsUsedIsTriedAgain) {
+    const auto exchangeInNextRequest = [&] {
+        s_Requests.after = [&, done = false]() mutable {
+            if (!std::exchange(done, true)) {
+                m_Chip.remove();
+                m_Chip.restore();
+                m_Chip.linkAs(m_Board.root(), 0);
+                m_Chip.pull(2, true);
+            }
+        };
+    };
+    EXPECT_EQ(get(1), 0);
+    exchangeInNextRequest(); // which asks what line 2 is
+    EXPECT_EQ(get(2), 1);
+    EXPECT_EQ(get(1), 0);    // both share a request now
+    exchangeInNextRequest(); // which takes line 2 alone again, for line 1 to leave
+    EXPECT_NE(m_Gpio.set(0, 1, 1), 0);
+    EXPECT_TRUE(m_Chip.value(1));
+    EXPECT_EQ(m_Log.take(), "");
+}
+
 TEST_F(KernelBankTest, ReadingLeavesDirectionsAndDrivingHasNoOtherLevelInBetween) {
     const auto flags = [&](unsigned bit) {
         return info(bit).flags & (GPIO_V2_LINE_FLAG_INPUT | GPIO_V2_LINE_FLAG_OUTPUT);
