@@ -41,7 +41,7 @@ int GThread::running() const {
 }
 
 int GThread::start() {
-    if (std::exchange(ThreadCalls::refuses, ThreadCalls::refuses || ThreadCalls::late)) {
+    if (std::exchange(ThreadCalls::refuses, ThreadCalls::late)) {
         return 0;
     }
     ThreadCalls::note("start ");
@@ -164,6 +164,7 @@ TEST_F(GPIOOperatorTest, CarriesOutEachModeOnThePassGrid) {
         {"toggle off the grid", TOGGLE, 0, 0, 7, 0, 8, "0:2/1=0 150:2/1=1 300:2/1=0", true},
         {"toggle at every pass", TOGGLE, 7, 0, 0, 0, 3, "0:2/1=7 50:2/1=0 100:2/1=1 150:2/1=0",
          true},
+        {"hold for less than no time", HOLD, 1, 0, 0, -1, 2, "0:2/1=1 50:2/1=0", false},
         {"pulse", PULSE, 0, 0, 5, 900, 4, "0:2/1=0 10:2/1=1", false},
         {"unknown, with time-out", 4, 1, 0, 9, 60, 3, "0:2/1=1 100:2/1=0", false},
         {"unknown, for good", 0, 1, 0, 9, 0, 9, "0:2/1=1", true},
@@ -221,23 +222,30 @@ TEST_F(GPIOOperatorTest, RunsTheWorkerWhileThereAreRecords) {
 
     m_Operator.set(0, 1, HOLD, 0, 0, 0, 0);
     m_Driver->takeJournal();
-    GlobalEnv::getInstance()->setPrintFlag(1);
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 0) << "still refuses to be started";
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "start gpio thread fail\n");
-    GlobalEnv::getInstance()->setPrintFlag(0);
-    EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=1");
-    EXPECT_FALSE(hasRecord(0, 1));
-    ThreadCalls::refuses = false;
+    for (const int flag : {1, 0}) {
+        ThreadCalls::refuses = true;
+        GlobalEnv::getInstance()->setPrintFlag(flag);
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 0);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  flag != 0 ? "start gpio thread fail\n" : "");
+        EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=1");
+        EXPECT_FALSE(hasRecord(0, 1));
+    }
 }
 
 // The worker drives between the caller's own drive and the change of the record: the level that
 // the caller asked for must be the one that stays.
 TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
     const struct {
-        int mode, level, timeOut;
+        int mode, timeOut;
+        bool refuses; // to be started again after another caller's stop
         bool recordLeft;
-    } rows[] = {{HOLD, 1, 0, false}, {HOLD, 1, 5000, true}, {TOGGLE, 1, 5000, true}};
+        const char* calls;
+    } rows[] = {{HOLD, 0, false, false, "stop "},
+                {HOLD, 5000, false, true, "running stop running start "},
+                {TOGGLE, 5000, false, true, "running stop running start "},
+                {TOGGLE, 5000, true, false, "running stop running "}};
     for (const auto& row : rows) {
         m_Operator.set(0, 1, HOLD, 0, 0, 0, 40); // over at the next pass
         m_Operator.set(0, 2, TOGGLE, 0, 0, 0, 0);
@@ -252,20 +260,22 @@ TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
                 EXPECT_TRUE(stops.wait());
             }
         };
-        ThreadCalls::onStop = [&] { stops.open(); };
+        ThreadCalls::onStop = [&] {
+            ThreadCalls::refuses = row.refuses;
+            stops.open();
+        };
         ThreadCalls::take();
-        m_Operator.set(0, 1, row.mode, row.level, 0, 1, row.timeOut);
+        EXPECT_EQ(m_Operator.set(0, 1, row.mode, 1, 0, 1, row.timeOut), row.refuses ? 0 : 1);
         stopper.join();
         ThreadCalls::onStop = nullptr;
         int level = -1;
         m_Operator.get(0, 1, level);
-        EXPECT_EQ(level, 1) << row.timeOut;
-        EXPECT_EQ(hasRecord(0, 1), row.recordLeft);
-        EXPECT_EQ(ThreadCalls::take(), row.recordLeft ? "running stop running start " : "stop ")
-            << "served again after another caller's stop";
+        EXPECT_EQ(level, 1) << &row - rows;
+        EXPECT_EQ(hasRecord(0, 1), row.recordLeft) << &row - rows;
+        EXPECT_EQ(ThreadCalls::take(), row.calls);
 
         drives = 0; // now the worker drives the other line alone: no reason to drive twice
-        m_Operator.set(0, 1, row.mode, row.level, 0, 1, row.timeOut);
+        m_Operator.set(0, 1, row.mode, 1, 0, 1, row.timeOut);
         EXPECT_EQ(drives, 2);
         m_Driver->m_OnDrive = nullptr;
     }

@@ -1,11 +1,11 @@
 """Commands that drive, store and follow."""
+import contextlib
 import json
 import os
 import signal
 import subprocess
 import time
 import unittest
-import unittest.mock
 
 from tool import DEADLINE, TOOL, ToolTest
 
@@ -60,11 +60,11 @@ class Acts(ToolTest):
         self.assertIn("cannot be driven", process.communicate(timeout=DEADLINE)[1])
         self.assertEqual(process.returncode, 1)
 
-    def test_monitor_tells_what_changes(self):
+    def test_follow_tells_what_changes(self):
         self.line(0, 3).unlink()
-        process = self.start("monitor", "--present", "--count", "18")
+        process = self.start("follow", "--present", "--count", "18")
         present = [process.stdout.readline() for _ in range(15)]
-        self.assertRegex(present[2], r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d  input 3  normal$")
+        self.assertRegex(present[2], r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d  \d\d:\d\d:\d\d\.\d{3}  input 3  normal$")
         self.assertIn("warning: group 0, bit 3 cannot be read", process.stderr.readline())
         for level, state in ("1", "alarm"), ("0", "normal"):
             self.line(1, 6).write_text({"alarm": "0", "normal": "1"}[state])
@@ -75,25 +75,25 @@ class Acts(ToolTest):
         self.assertEqual((process.returncode, "can be read again" in errors), (0, True))
 
     def follow(self, **options):
-        """A monitor that is known to be watching: its first message has been read."""
-        process = self.start("monitor", "--json", "--present", **options)
+        """One that is known to be watching: its first message has been read."""
+        process = self.start("monitor", "--json", "--present", **options)  # its old name
         for _ in range(16):
             process.stdout.readline()
         self.line(0, 0).write_text("1")
-        self.assertEqual(json.loads(process.stdout.readline()),
-                         {"time": unittest.mock.ANY, "input": 1, "name": "front door",
-                          "state": "alarm"})
+        message = json.loads(process.stdout.readline())
+        self.assertLessEqual(abs(message.pop("received") - message.pop("time")), 2)
+        self.assertEqual(message, {"input": 1, "name": "front door", "state": "alarm"})
         return process
 
-    def test_monitor_ends_when_it_is_told(self):
+    def test_follow_ends_when_it_is_told(self):
         process = self.follow()
         process.send_signal(signal.SIGINT)
         self.assertEqual((process.communicate(timeout=DEADLINE), process.returncode), (("", ""), 0))
         begin = time.monotonic()
-        self.assertEqual(self.run_tool("monitor", "--timeout", "0.2"), "")  # nothing has changed
+        self.assertEqual(self.run_tool("follow", "--timeout", "0.2"), "")  # nothing has changed
         self.assertGreaterEqual(time.monotonic() - begin, 0.2)
 
-    def test_monitor_ends_quietly_when_its_reader_goes(self):
+    def test_follow_ends_quietly_when_its_reader_goes(self):
         process = self.follow()
         process.stdout.close()
         self.assertEqual((process.wait(DEADLINE), process.stderr.read()), (0, ""))
@@ -105,24 +105,45 @@ class Acts(ToolTest):
             [mask] = [line.split()[1] for line in status if line.startswith("SigBlk:")]
         return int(mask, 16) >> (number - 1) & 1
 
-    def test_monitor_answers_signals_while_its_reader_is_stopped(self):
+    def start_unread(self, *arguments):
+        """With a full pipe as output; the end to read it."""
         read, write = os.pipe()
         os.set_blocking(write, False)
-        try:
+        with contextlib.suppress(BlockingIOError):
             while True:
                 os.write(write, b"x" * 4096)
-        except BlockingIOError:
-            os.set_blocking(write, True)
-        process = subprocess.Popen([*TOOL, "monitor", "--present"], env=self.environment,
-                                   stdout=write, stderr=subprocess.PIPE)
+        os.set_blocking(write, True)
+        process = subprocess.Popen([*TOOL, *arguments], env=self.environment, stdout=write,
+                                   stderr=subprocess.PIPE)
+        os.close(write)
         self.addCleanup(process.communicate)
         self.addCleanup(process.kill)
+        return process, open(read, "rb")
+
+    def test_follow_answers_signals_while_its_reader_is_stopped(self):
+        process, output = self.start_unread("follow", "--present")
         while not self.blocks(process.pid, signal.SIGTERM):
             self.assertIsNone(process.poll())
         process.send_signal(signal.SIGTERM)
         self.assertEqual(process.wait(DEADLINE), 0)
-        os.close(read)
-        os.close(write)
+        output.close()
+
+    def test_a_line_does_not_wait_for_who_reads_of_it(self):
+        for end in "read", "signal":
+            process, output = self.start_unread("trigger", "4", "--mode", "flash", "--verbose",
+                                                "--frequency", "20", "--timeout", "1s")
+            while self.level(2, 3) != "1":
+                self.assertIsNone(process.poll())
+            begin = time.monotonic()
+            while self.blocks(process.pid, signal.SIGTERM):  # until the line needs it no more
+                self.assertLess(time.monotonic() - begin, 5)
+            self.assertEqual((self.level(2, 3), process.poll()), ("0", None))  # it has lines left
+            if end == "signal":
+                process.terminate()
+                self.assertEqual(process.wait(DEADLINE), -signal.SIGTERM)
+            else:
+                self.assertRegex(output.read(), rb"x\[ .* -> 0\n\[.* -> 1\n(.*\n)+output 4: done, ")
+            output.close()
 
     def test_monitor_parameters_are_stored(self):
         self.expect_lines(self.run_tool("monitors"),

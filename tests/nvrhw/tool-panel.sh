@@ -52,14 +52,12 @@ grep -q 'needs a terminal' "$work/error"
 start TERM=dumb
 sees 'type "dumb" cannot show the panel'
 ended 1
-
 echo "first screen"
 opened
 sees '^ nvrhw panel  Gerät 中文 �\[31m +0 alarms +0 outputs on'
 sees '^▸ *1 front door +0/0 +0 +○ normal +2 yard gate +0/1 +0 +○ normal'
 sees '^─ OUTPUTS line .* left .* mode'
 sees '^ *4 siren +2/3 +0 +○ normal +steady'
-
 echo "inputs"
 echo 1 >"$lines/0/0"
 sees '^▸ *1 front door +0/0 +1 +● ALARM'
@@ -80,7 +78,6 @@ mv "$work/bank" "$lines/1"
 sees '▸ *9 +1/0 +1 +○ normal'
 keys t
 sees 'this key is for an output'
-
 echo "outputs"
 keys Tab o abc Enter
 sees 'a time-out is such as 500ms'
@@ -97,10 +94,19 @@ sees ' 1 +2/0 +[01] +[●○] flashing +no end +flash 9/s$'
 sees '▸ *3 +2/2 +1 +● active +no end +steady, inverted'
 keys c
 sees '▸ *3 +2/2 +0 +○ normal'
-
 echo "sizes"
-size 60 15
-sees 'needs 80 columns and 24 rows; this terminal has 60'
+size 60 16
+sees '^▸ *3 +2/2 +0 +○ normal +steady'
+size 40 10 # the smallest
+sees '^▸ *3 .* 0 +○ normal'
+sees '^ \? help  q quit  t trigger'
+keys '?'
+sees 'Tab +from the inputs'
+for ((i = 0; i < 9; i++)); do keys NPage; done
+sees 'leaves out columns'
+keys Escape
+size 38 9
+sees 'needs 40 columns and 10'
 keys t # not while it cannot be seen
 size 120 40
 sees '^ *16 +1/7 +0 +○ normal$'
@@ -110,7 +116,6 @@ keys '?'
 sees 'next mode: steady, flash'
 keys Escape
 sees '▸ *3 +2/2 +0 +○ normal'
-
 echo "ways out"
 keys C-z
 ended 147 # stopped: the shell goes on
@@ -133,7 +138,6 @@ opened
 kill -s SEGV "$(cat "$work/pid")"
 sees '^ended [1-9]'
 ended ''
-
 echo "colours"
 has_colours() { t capture-pane -pe | grep -q $'\x1b\\[[0-9;]*3[1-6]m'; }
 opened
@@ -143,7 +147,6 @@ opened NO_COLOR=1
 if has_colours; then fail "colours"; fi
 keys q
 ended 0
-
 echo "many lines"
 config=$board/hd1/program/config/hardwareConfig.xml
 {
@@ -160,7 +163,6 @@ sees '^▸99 '
 sees 'INPUTS .* ↑[0-9]+$'
 keys q
 ended 0
-
 echo "broken board"
 echo '<c/>' >"$config"
 start

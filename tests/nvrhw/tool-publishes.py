@@ -19,29 +19,22 @@ class Publishes(ToolTest):
         self.addCleanup(process.kill)
         return process
 
-    def start_broker(self):
+    def wait_for(self, broker, text):
+        """Until the broker says so; its end instead is a failure."""
+        self.assertTrue(any(text in line for line in broker.stderr), text)
+
+    def test_alarms_reach_a_subscriber(self):
         with socket.socket() as free:
             free.bind(("127.0.0.1", 0))
             port = str(free.getsockname()[1])
         broker = self.start_other(BROKER, "-p", port, "-v", stderr=subprocess.PIPE)
         self.wait_for(broker, " running")
-        return broker, port
-
-    def wait_for(self, broker, text):
-        """Until the broker says so; its end instead is a failure."""
-        for line in broker.stderr:
-            if text in line:
-                return
-        self.fail(f"the broker has ended before '{text}'")
-
-    def test_alarms_reach_a_subscriber(self):
-        broker, port = self.start_broker()
         to_broker = ["-h", "127.0.0.1", "-p", port, "-t", "recorder/alarms"]
         subscriber = self.start_other("mosquitto_sub", *to_broker, "-C", "18",
                                       stdout=subprocess.PIPE)
         self.wait_for(broker, "Sending SUBACK")
-        monitor = self.start("monitor", "--json", "--present")
-        self.start_other("mosquitto_pub", *to_broker, "-l", stdin=monitor.stdout)
+        follow = self.start("follow", "--json", "--present")
+        self.start_other("mosquitto_pub", *to_broker, "-l", stdin=follow.stdout)
         for number in range(1, 17):  # it is watching when they have come
             self.assertEqual(json.loads(subscriber.stdout.readline())["input"], number)
         for group, bit, level, number, state in (0, 2, "0", 3, "alarm"), (0, 2, "1", 3, "normal"):

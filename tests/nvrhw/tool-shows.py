@@ -1,7 +1,12 @@
 """What the commands show, and how they fail."""
+import fcntl
+import json
 import os
 import pty
+import re
+import struct
 import subprocess
+import termios
 import unittest
 
 from tool import TOOL, ToolTest
@@ -16,7 +21,7 @@ WRONG_USAGE = [
     ["trigger", "1", "--mode", "pulse", "--timeout", "1s"], ["trigger", "1", "--timeout", "0"],
     ["trigger", "1", "--timeout", "36m"], ["trigger", "1", "--timeout", "1h"],
     ["trigger", "1", "--timeout", "1.2.3s"], ["trigger", "1", "--timeout", "s"],
-    ["valid-level", "1", "2"], ["monitor", "--count", "0"], ["monitor", "--timeout", "-1"],
+    ["valid-level", "1", "2"], ["follow", "--count", "0"], ["monitor", "--timeout", "-1"],
     ["monitors", "set", "1"], ["monitors", "set", "1", "--brightness", "bright"], ["board"],
     ["board", "init"],
 ]
@@ -32,43 +37,34 @@ class Shows(ToolTest):
         self.assertEqual(before, after)
 
     def test_what_cannot_be_done_is_status_1_and_says_why(self):
-        def lose_abilities():
-            self.edit(ABILITY, 'monitorResolutionId="3"', 'monitorResolutionId="9"')
-
-        def lose_inputs():
-            self.edit(CONFIG, 'bitPosition="2"', 'bitPosition="two"')
-
-        def lose_machine():
-            self.edit("machineinfo.ini", "model =", "model")
-
-        def lose_monitors():
-            self.edit("MonitorParamConfig.xml", "</Monitor>", "")
-
-        nothing = lambda: None
-        for prepare, arguments, parts in [
-                (nothing, ["trigger", "9"], ["no alarm output 9", "outputs`"]),
-                (nothing, ["cancel", "-1"], ["no alarm output -1"]),
-                (nothing, ["valid-level", "17", "1"], ["no alarm input 17", "inputs`"]),
-                (nothing, ["monitors", "set", "9", "--x", "1"], ["monitor 9", "--add"]),
-                (nothing, ["monitors", "set", "1", "--add"], ["there already", "--add"]),
-                (nothing, ["monitors", "set", "1", "--brightness", "101"], ["monitor 1", "100"]),
-                (nothing, ["board", "init", str(self.board)], ["not empty"]),
-                (nothing, ["board", "init", "/proc/nowhere/x"], ["/proc/nowhere/x"]),
-                (nothing, ["monitor", "--count", "1", "--timeout", "50ms"], ["0 of 1"]),
-                (lose_abilities, ["abilities"], ["abilities cannot be read", "nvrhw check"]),
-                (lose_machine, ["info"], ["nvrhw check"]),
-                (lose_monitors, ["monitors"], ["MonitorParamConfig.xml:", "Monitor"]),
-                (lose_inputs, ["inputs"], [CONFIG + ":13", '"two"', "nvrhw check"]),
-                (nothing, ["trigger", "1"], [CONFIG + ":13"]),  # still broken
-                (lambda: self.line(2, 0).parent.parent.rename(self.board / "gone"), ["outputs"],
-                 ["no GPIO device", "dev/gpiodrv", "--board DIR"])]:
-            prepare()
+        reference = 'monitorResolutionId="%d"'
+        bit = 'bitPosition="%s"'
+        for edit, arguments, parts in [
+                ((), ["trigger", "9"], ["no alarm output 9", "outputs`"]),
+                ((), ["cancel", "-1"], ["no alarm output -1"]),
+                ((), ["valid-level", "17", "1"], ["no alarm input 17", "inputs`"]),
+                ((), ["monitors", "set", "9", "--x", "1"], ["monitor 9", "--add"]),
+                ((), ["monitors", "set", "1", "--add"], ["there already", "--add"]),
+                ((), ["monitors", "set", "1", "--brightness", "101"], ["monitor 1", "100"]),
+                ((), ["board", "init", str(self.board)], ["not empty"]),
+                ((), ["board", "init", "/proc/nowhere/x"], ["/proc/nowhere/x"]),
+                ((), ["follow", "--count", "1", "--timeout", "50ms"], ["0 of 1"]),
+                ((), ["--board", "/dev", "outputs"], ["no GPIO device", "dev/gpiodrv", "--board"]),
+                ((ABILITY, reference % 3, reference % 9), ["abilities"],
+                 ["abilities cannot be read", "nvrhw check"]),
+                (("machineinfo.ini", "model =", "model"), ["info"], ["nvrhw check"]),
+                (("MonitorParamConfig.xml", "</Monitor>", ""), ["monitors"],
+                 ["MonitorParamConfig.xml:", "Monitor"]),
+                ((CONFIG, bit % 2, bit % "two"), ["inputs"], [CONFIG + ":13", '"two"', "check"])]:
+            if edit:
+                self.edit(*edit)
             errors = self.run_tool(*arguments, status=1)
             for part in parts:
                 self.assertIn(part, errors, arguments)
 
     def test_info_shows_all_but_what_is_broken(self):
-        self.assertEqual(self.run_json("info")["banks"]["2"], "simulated, 4 lines")
+        self.assertEqual(self.run_json("info")["banks"]["2"],
+                         {"kind": "simulated", "chip": None, "label": None, "lines": 4})
         self.edit(CONFIG, "<GPIOAlarmOut>", "<GPIOAlarmOutput>")
         self.edit(ABILITY, "<NVRAbility>", "")
         output = self.run_tool("info")
@@ -125,21 +121,31 @@ class Shows(ToolTest):
     def test_texts_that_are_not_for_a_terminal(self):
         [path] = self.board.rglob("machineinfo.ini")
         path.write_bytes(b"[machine]\nmodel = A\x1b[31m\xc2\x9b\xff\n")
-        self.assertIn(b" A?[31m?\xff\n", self.run_bytes("info"))
+        shown = subprocess.run([*TOOL, "info"], env=self.environment, check=True,
+                               capture_output=True).stdout
+        self.assertIn(b" A?[31m?\xff\n", shown)
         self.assertEqual(self.run_json("info")["machine"]["model"], "A\x1b[31m\x9b\ufffd")
 
-    def run_bytes(self, *arguments):
-        return subprocess.run([*TOOL, *arguments], env=self.environment, check=True,
-                              capture_output=True).stdout
+    def test_what_the_library_prints_is_not_among_what_the_tool_prints(self):
+        self.environment["NVRHW_PRINT"] = "1"
+        process = self.start("trigger", "1", "--mode", "pulse", "--json")
+        output, errors = process.communicate()
+        self.assertEqual(json.loads(output)["result"], "done")
+        self.assertIn("IOAlarmOutManager::setAlarmOutMode", errors)
 
-    def test_colour_is_for_terminals_that_want_it(self):
+    def test_a_terminal_has_colours_if_it_wants_them_and_its_width(self):
         for change, expected in ({}, True), ({"NO_COLOR": "1"}, False), ({"TERM": "dumb"}, False):
             main, terminal = pty.openpty()
+            fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("4H", 24, 40, 0, 0))
             subprocess.run([*TOOL, "info"], env={**self.environment, **change}, stdout=terminal,
                            check=True)
             os.close(terminal)
-            self.assertEqual(b"\x1b[1m" in os.read(main, 65536), expected, change)
+            shown = os.read(main, 65536).decode()
             os.close(main)
+            self.assertEqual("\x1b[1m" in shown, expected, change)
+            self.assertIn("\u2026", shown)  # the sample board's path is longer
+            bare = re.sub("\x1b[^m]*m", "", shown).splitlines()
+            self.assertEqual(max(map(len, bare)), 40)
 
     def test_a_full_disk_is_an_error(self):
         for arguments in ["inputs"], ["--help"]:

@@ -1,22 +1,19 @@
 #pragma once
 
-#include "PanelMailbox.h"
-#include "PanelModel.h"
-#include "alarm/IOAlarmInListener.h"
-#include "alarm/IOAlarmInManager.h"
 #include "alarm/IOAlarmOutManager.h"
-#include "gpio/GPIOOperator.h"
+#include "lines/AlarmWatch.h"
+#include "panel/PanelModel.h"
 
 #include <map>
 #include <string>
 #include <vector>
 
-/// The alarm lines behind the panel, run by the library as a recorder has them. Like Lines it needs
-/// nothing else of the board.
+/// The alarm lines behind the panel, run by the library as a recorder has them. Like BoardLines it
+/// needs nothing else of the board.
 class PanelBoard {
 public:
     /// Begins to watch the inputs, whose messages go to `mailbox`. Both are kept.
-    PanelBoard(const Lines& lines, PanelMailbox& mailbox);
+    PanelBoard(const BoardLines& lines, AlarmMailbox& mailbox);
 
     /// As letGo(), and ends watching.
     ~PanelBoard();
@@ -27,28 +24,26 @@ public:
     void refresh(PanelModel& model);
 
     /// Switches an output on, or off.
-    void trigger(const PanelOutput& output);
-    void cancel(const PanelOutput& output);
+    void trigger(const OutputState& output);
+    void cancel(const OutputState& output);
 
     /// Changes the output's mode, which switches it off.
-    void setMode(const PanelOutput& output, const AlarmOutMode& mode);
+    void setMode(const OutputState& output, const AlarmOutMode& mode);
 
     /// Gives the line of an input on a simulated bank the other level, as another process would.
     /// Raises CommandError when that cannot be done.
-    void flip(const PanelInput& input);
+    void flip(const InputState& input);
 
     /// Switches off what would not end by itself without this process, and returns a line on each
     /// output that was triggered here: what was ended, and what stays on.
     std::vector<std::string> letGo();
 
 private:
-    void refreshLevels(PanelModel& model);
-    void refreshOperation(PanelOutput& output);
+    void refreshOperation(OutputState& output);
 
+    const BoardLines& m_Lines;
     SafePointer<GPIOOperator> m_Operator;
-    SafePointer<IOAlarmInManager> m_Inputs;
     SafePointer<IOAlarmOutManager> m_Outputs;
-    IOAlarmInListener m_Watch;
+    AlarmWatch m_Watch;
     std::map<int, Line> m_Triggered; // outputs by id
-    const int m_ListenerId;
 };

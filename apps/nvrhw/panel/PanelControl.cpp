@@ -1,8 +1,7 @@
-#include "PanelControl.h"
+#include "panel/PanelControl.h"
 
-#include "CommandError.h"
-#include "Duration.h"
-#include "Outputs.h"
+#include "print/CommandError.h"
+#include "print/Duration.h"
 
 #include <cstdlib>
 #include <curses.h>
@@ -15,7 +14,7 @@ float parseFrequency(const std::string& text) {
     char* rest = nullptr;
     const double value = std::strtod(text.c_str(), &rest);
     if (*rest != '\0' ||
-        !(value >= Outputs::LOWEST_FREQUENCY && value <= Outputs::HIGHEST_FREQUENCY)) {
+        !(value >= OutputState::LOWEST_FREQUENCY && value <= OutputState::HIGHEST_FREQUENCY)) {
         throw CommandError("a frequency is a number from 0.01 to 20");
     }
     return static_cast<float>(value);
@@ -23,21 +22,30 @@ float parseFrequency(const std::string& text) {
 
 int parseTimeout(const std::string& text) {
     const std::int64_t milliseconds = Duration::parse(text);
-    if (milliseconds < 0 || milliseconds > Outputs::LONGEST_TIMEOUT) {
+    if (milliseconds < 0 || milliseconds > OutputState::LONGEST_TIMEOUT) {
         throw CommandError("a time-out is such as 500ms, 10s or 2m, up to 35 minutes; 0 for none");
     }
     return static_cast<int>(milliseconds);
 }
 
-AlarmOutMode::Mode nextMode(AlarmOutMode::Mode mode) {
-    switch (mode) {
-    case AlarmOutMode::Steady:
-        return AlarmOutMode::Flash;
-    case AlarmOutMode::Flash:
-        return AlarmOutMode::Pulse;
-    default:
-        return AlarmOutMode::Steady;
+void takeNextMode(AlarmOutMode& mode) {
+    const bool isSteady = mode.getMode() == AlarmOutMode::Steady;
+    const bool isFlash = mode.getMode() == AlarmOutMode::Flash;
+    mode.setMode(isSteady  ? AlarmOutMode::Flash
+                 : isFlash ? AlarmOutMode::Pulse
+                           : AlarmOutMode::Steady);
+    if (isSteady && mode.getFrequency() <= 0.0F) {
+        mode.setFrequency(OutputState::DEFAULT_FREQUENCY);
     }
+}
+
+void invert(AlarmOutMode& mode) {
+    mode.setValidSignal(mode.getValidSignal() == AlarmOutMode::Direct ? AlarmOutMode::Inverted
+                                                                      : AlarmOutMode::Direct);
+}
+
+void switchList(PanelFocus& focus) {
+    focus.list = focus.list == PanelFocus::INPUTS ? PanelFocus::OUTPUTS : PanelFocus::INPUTS;
 }
 
 } // namespace
@@ -56,25 +64,22 @@ const PanelControl::Binding PanelControl::BINDINGS[] = {
     {KEY_END, [](PanelControl& c) { c.m_Focus.grid().selectLast(); }},
     {KEY_PPAGE, [](PanelControl& c) { c.m_Focus.messagesBelow += MESSAGE_STEP; }},
     {KEY_NPAGE, [](PanelControl& c) { c.m_Focus.messagesBelow -= MESSAGE_STEP; }},
-    {'\t', [](PanelControl& c) { c.switchList(); }},
-    {KEY_BTAB, [](PanelControl& c) { c.switchList(); }},
-    {' ', [](PanelControl& c) { c.flip(); }},
+    {'\t', [](PanelControl& c) { switchList(c.m_Focus); }},
+    {KEY_BTAB, [](PanelControl& c) { switchList(c.m_Focus); }},
+    {' ', [](PanelControl& c) { c.m_Board.flip(c.input()); }},
     {'t', [](PanelControl& c) { c.trigger(); }},
-    {'c', [](PanelControl& c) { c.cancel(); }},
-    {'m', [](PanelControl& c) { c.changeMode(); }},
+    {'c', [](PanelControl& c) { c.m_Board.cancel(c.output()); }},
+    {'m', [](PanelControl& c) { c.changeMode(takeNextMode); }},
     {'f', [](PanelControl& c) { c.askFrequency(); }},
     {'o', [](PanelControl& c) { c.askTimeout(); }},
-    {'i', [](PanelControl& c) { c.invert(); }},
+    {'i', [](PanelControl& c) { c.changeMode(invert); }},
     {'?', [](PanelControl& c) { c.m_Focus.isHelp = true; }},
 };
-
-PanelControl::PanelControl(PanelBoard& board, PanelModel& model, PanelFocus& focus)
-    : m_Board(board), m_Model(model), m_Focus(focus) {}
 
 bool PanelControl::press(int key, bool isShown) {
     m_Focus.note.clear();
     if (m_Focus.isHelp && isShown) {
-        m_Focus.isHelp = key == KEY_RESIZE;
+        readHelp(key);
         return true;
     }
     if (key == 'q' && !m_Focus.prompt.isOpen()) {
@@ -91,6 +96,17 @@ bool PanelControl::press(int key, bool isShown) {
     return true;
 }
 
+// The view keeps the row where there is text.
+void PanelControl::readHelp(int key) {
+    const int step = key == KEY_DOWN    ? 1
+                     : key == KEY_UP    ? -1
+                     : key == KEY_NPAGE ? MESSAGE_STEP
+                     : key == KEY_PPAGE ? -MESSAGE_STEP
+                                        : 0;
+    m_Focus.helpTop = step != 0 ? m_Focus.helpTop + step : 0;
+    m_Focus.isHelp = step != 0 || key == KEY_RESIZE;
+}
+
 void PanelControl::act(int key) {
     if (m_Focus.prompt.isOpen()) {
         m_Focus.prompt.press(key);
@@ -103,25 +119,19 @@ void PanelControl::act(int key) {
     }
 }
 
-const PanelInput& PanelControl::input() const {
+const InputState& PanelControl::input() const {
     if (m_Focus.list != PanelFocus::INPUTS || m_Model.inputs.empty()) {
         throw CommandError("this key is for an input: Tab goes to the inputs");
     }
     return m_Model.inputs[static_cast<std::size_t>(m_Focus.inputs.selected())];
 }
 
-PanelOutput& PanelControl::output() const {
+OutputState& PanelControl::output() const {
     if (m_Focus.list != PanelFocus::OUTPUTS || m_Model.outputs.empty()) {
         throw CommandError("this key is for an output: Tab goes to the outputs");
     }
     return m_Model.outputs[static_cast<std::size_t>(m_Focus.outputs.selected())];
 }
-
-void PanelControl::switchList() {
-    m_Focus.list = m_Focus.list == PanelFocus::INPUTS ? PanelFocus::OUTPUTS : PanelFocus::INPUTS;
-}
-
-void PanelControl::flip() { m_Board.flip(input()); }
 
 void PanelControl::trigger() {
     m_Board.trigger(output());
@@ -130,25 +140,12 @@ void PanelControl::trigger() {
     }
 }
 
-void PanelControl::cancel() { m_Board.cancel(output()); }
-
-void PanelControl::changeMode() {
-    AlarmOutMode mode = output().mode;
-    mode.setMode(nextMode(mode.getMode()));
-    if (mode.getMode() == AlarmOutMode::Flash && mode.getFrequency() <= 0.0F) {
-        mode.setFrequency(Outputs::DEFAULT_FREQUENCY);
-    }
-    setMode(mode);
-}
-
 void PanelControl::askFrequency() {
     if (output().mode.getMode() != AlarmOutMode::Flash) {
         throw CommandError("only a flashing output has a frequency: m changes the mode");
     }
     m_Focus.prompt.open("level changes a second, 0.01 to 20: ", [this](const std::string& text) {
-        AlarmOutMode mode = output().mode;
-        mode.setFrequency(parseFrequency(text));
-        setMode(mode);
+        changeMode([&](AlarmOutMode& mode) { mode.setFrequency(parseFrequency(text)); });
     });
 }
 
@@ -157,17 +154,6 @@ void PanelControl::askTimeout() {
         throw CommandError("a pulse always lasts 10 ms: m changes the mode");
     }
     m_Focus.prompt.open("end after (500ms, 10s, 2m; 0: no end): ", [this](const std::string& text) {
-        AlarmOutMode mode = output().mode;
-        mode.setTimeout(parseTimeout(text));
-        setMode(mode);
+        changeMode([&](AlarmOutMode& mode) { mode.setTimeout(parseTimeout(text)); });
     });
 }
-
-void PanelControl::invert() {
-    AlarmOutMode mode = output().mode;
-    mode.setValidSignal(mode.getValidSignal() == AlarmOutMode::Direct ? AlarmOutMode::Inverted
-                                                                      : AlarmOutMode::Direct);
-    setMode(mode);
-}
-
-void PanelControl::setMode(const AlarmOutMode& mode) { m_Board.setMode(output(), mode); }

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "PanelInput.h"
-#include "PanelMailbox.h"
-#include "PanelMessage.h"
-#include "PanelOutput.h"
+#include "lines/AlarmMailbox.h"
+#include "lines/BoardLines.h"
 
 #include <deque>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -15,26 +14,30 @@ public:
     static constexpr std::size_t MOST_MESSAGES = 1000;
 
     /// Takes the lines from the configuration.
-    explicit PanelModel(const Lines& lines);
+    explicit PanelModel(const BoardLines& lines);
 
     /// Takes in what the library has told; returns how many messages came to be listed. That an
     /// input is normal when it is first heard of is no event.
-    int receive(const PanelMailbox::Mail& mail);
+    int receive(const AlarmMailbox::Mail& mail);
 
-    int countInputs(PanelInput::State state) const;
+    /// Takes in that the levels of all lines have been read anew.
+    void judge();
+
+    int countInputs(InputState::State state) const;
 
     /// Outputs that are active or flashing.
     int countOutputsOn() const;
 
     /// What a message says, with the input's name.
-    std::string textOf(const PanelMessage& message) const;
+    std::string textOf(const Event& message) const;
 
-    std::vector<PanelInput> inputs;
-    std::vector<PanelOutput> outputs;
-    std::deque<PanelMessage> messages; ///< the oldest first
-    std::string machine;               ///< the board's name
+    std::vector<InputState> inputs;
+    std::vector<OutputState> outputs;
+    std::deque<Event> messages; ///< the oldest first
+    std::string machine;        ///< the board's name
 
 private:
-    bool isEvent(const PanelMessage& message) const;
-    void setFlag(int id, int flag);
+    int flagOf(int id) const;
+
+    std::map<int, int> m_Flags; // of the last message of each input that has sent one
 };

@@ -1,17 +1,15 @@
-#include "PanelScreen.h"
+#include "panel/PanelScreen.h"
 
-#include "CommandError.h"
-#include "Output.h"
-#include "PanelText.h"
+#include "print/CommandError.h"
+#include "print/Console.h"
+#include "print/Text.h"
 
 #include <array>
 #include <atomic>
-#include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <curses.h>
-#include <langinfo.h>
 #include <sys/ioctl.h>
 #include <term.h>
 #include <termios.h>
@@ -44,11 +42,12 @@ Way wayBack;
 std::atomic<bool> isOpen{false};
 
 SCREEN* terminal = nullptr;
+FILE* output = nullptr;
 
 void goBack() {
     if (isOpen.exchange(false)) {
-        [[maybe_unused]] const ssize_t written = write(STDOUT_FILENO, wayBack.text, wayBack.size);
-        tcsetattr(STDOUT_FILENO, TCSANOW, &wayBack.settings);
+        [[maybe_unused]] const ssize_t written = write(Console::file(), wayBack.text, wayBack.size);
+        tcsetattr(Console::file(), TCSANOW, &wayBack.settings);
     }
 }
 
@@ -58,7 +57,7 @@ void onCrash(int signal) {
 }
 
 void rememberWayBack() {
-    tcgetattr(STDOUT_FILENO, &wayBack.settings);
+    tcgetattr(Console::file(), &wayBack.settings);
     wayBack.size = 0;
     for (const char* text : {exit_attribute_mode, cursor_normal, keypad_local, exit_ca_mode}) {
         const std::size_t size = text != nullptr ? std::strlen(text) : 0;
@@ -78,24 +77,17 @@ void rememberWayBack() {
     }
 }
 
-void setLanguage() {
-    std::setlocale(LC_ALL, "");
-    std::setlocale(LC_NUMERIC, "C");
-    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) { // often unset on a board
-        std::setlocale(LC_CTYPE, "C.UTF-8");
-    }
-}
-
 void openTerminal() {
     const char* type = std::getenv("TERM");
     int error = 0;
-    if (setupterm(nullptr, STDOUT_FILENO, &error) != OK || cursor_address == nullptr) {
+    if (setupterm(nullptr, Console::file(), &error) != OK || cursor_address == nullptr) {
         throw CommandError("a terminal of the type \"" + std::string(type != nullptr ? type : "") +
                            "\" cannot show the panel; set TERM to its real type");
     }
     rememberWayBack();                // curses changes the settings with the next call
     TERMINAL* const asked = cur_term; // the screen has one of its own
-    terminal = newterm(nullptr, stdout, stdin);
+    output = fdopen(dup(Console::file()), "w");
+    terminal = newterm(nullptr, output, stdin);
     if (terminal == nullptr) {
         throw CommandError("the terminal cannot be prepared for the panel");
     }
@@ -103,7 +95,7 @@ void openTerminal() {
 }
 
 bool defineColours() {
-    if (!Output::hasColours() || !has_colors()) {
+    if (!Console::hasColours() || !has_colors()) {
         return false;
     }
     start_color();
@@ -117,7 +109,6 @@ bool defineColours() {
 } // namespace
 
 PanelScreen::PanelScreen() {
-    setLanguage();
     openTerminal();
     m_HasColours = defineColours();
     cbreak();
@@ -136,11 +127,12 @@ PanelScreen::~PanelScreen() {
         isOpen = false;
     }
     delscreen(terminal);
+    std::fclose(output);
 }
 
 void PanelScreen::adoptSize() {
     winsize size{};
-    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0) {
+    if (ioctl(Console::file(), TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0) {
         resizeterm(size.ws_row, size.ws_col);
     }
     getmaxyx(stdscr, m_Rows, m_Columns);
@@ -158,14 +150,14 @@ void PanelScreen::put(int row, int column, const std::wstring& text, int style) 
     const auto pair = m_HasColours ? COLOR_PAIR(static_cast<int>(index) + 1) : 0;
     attrset(static_cast<int>(STYLES[index].attributes | static_cast<unsigned>(pair) |
                              (style >= REVERSED ? A_REVERSE : A_NORMAL)));
-    const std::wstring shown = PanelText::width(text) > rest ? PanelText::fit(text, rest) : text;
+    const std::wstring shown = Text::width(text) > rest ? Text::fit(text, rest) : text;
     mvaddnwstr(row, column, shown.c_str(), static_cast<int>(shown.size()));
 }
 
 int PanelScreen::put(int row, int column, const std::string& text, int style) {
-    const std::wstring wide = PanelText::decode(text);
+    const std::wstring wide = Text::decode(text);
     put(row, column, wide, style);
-    return column + PanelText::width(wide);
+    return column + Text::width(wide);
 }
 
 void PanelScreen::showCursorAt(int row, int column) {

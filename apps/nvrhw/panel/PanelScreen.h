@@ -1,5 +1,7 @@
 #pragma once
 
+#include "print/Fact.h"
+
 #include <string>
 
 /// The terminal while the panel has it. There is one at a time, and only one thread uses it. The
@@ -7,7 +9,6 @@
 /// crashes.
 class PanelScreen {
 public:
-    enum Style { PLAIN, STRONG, FAINT, GOOD, BAD, DOUBTFUL, BUSY };
     static constexpr int REVERSED = 16; ///< to be added to a style
 
     /// Raises CommandError when the terminal cannot show a panel.

@@ -1,10 +1,29 @@
 #pragma once
 
-#include "PanelFocus.h"
-#include "PanelLayout.h"
-#include "PanelListView.h"
-#include "PanelModel.h"
-#include "PanelScreen.h"
+#include "panel/PanelFocus.h"
+#include "panel/PanelModel.h"
+#include "panel/PanelScreen.h"
+
+/// How the rows of the terminal are shared out. From top to bottom: a title, the inputs and the
+/// outputs and the messages, each below a rule, a row about the selected line, a row of keys.
+struct PanelLayout {
+    static constexpr int LEAST_COLUMNS = 40;
+    static constexpr int LEAST_ROWS = 10;
+
+    /// For a terminal that is large enough.
+    PanelLayout(int rows, int columns, int inputs, int outputs);
+
+    int inputColumns;
+    int inputRows;
+    int outputRows;
+    int messageRows;
+
+    int inputTop() const { return 2; }
+    int outputTop() const { return inputTop() + inputRows + 1; }
+    int messageTop() const { return outputTop() + outputRows + 1; }
+    int detailRow() const { return messageTop() + messageRows; }
+    int keyRow() const { return detailRow() + 1; }
+};
 
 /// Draws what the panel knows, as far as its user looks at it.
 class PanelView {
@@ -17,17 +36,18 @@ public:
     void draw();
 
     /// Whether the screen is large enough for the lines.
-    bool isShown() const;
+    bool isShown() const {
+        return m_Screen.rows() >= PanelLayout::LEAST_ROWS &&
+               m_Screen.columns() >= PanelLayout::LEAST_COLUMNS;
+    }
 
 private:
     void drawTooSmall();
     void drawHelp();
     void drawBoard(const PanelLayout& layout);
     void drawTitle();
-    void drawInputs(const PanelLayout& layout);
-    void drawOutputs(const PanelLayout& layout);
-    void drawMessages(const PanelLayout& layout);
     void drawDetail(int row);
+    void drawPrompt(int row);
     void drawKeys(int row);
 
     PanelScreen& m_Screen;

@@ -4,74 +4,70 @@
 #include "board/documents/ReplaceableFile.h"
 #include "board/documents/TextFile.h"
 #include "board/documents/XmlElement.h"
+#include "board/documents/schema/MonitorSchema.h"
 #include "platform/base/Mutex.h"
 
 #include <algorithm>
 
 namespace {
 
+using Schema = MonitorSchema;
+
 constexpr char SOURCE[] = "MonitorParamConfig";
 constexpr char SUBJECT[] = "MonitorParam";
 
 constexpr int LAYOUT_VERSION = 1;
-constexpr char EMPTY_STORE[] = "<MonitorParamConfig><Monitor/></MonitorParamConfig>";
-constexpr char SECTION[] = "Monitor";
-constexpr char MONITOR_ID[] = "monitorId";
-constexpr char ENABLED[] = "enabled";
 
 /// An int of the record.
 struct Field {
-    const char* name;
-    XmlElement::Range range;
+    const FieldSchema& schema;
     int (MonitorParam::*get)() const;
     void (MonitorParam::*set)(int);
 };
 
-constexpr XmlElement::Range ANY{};
-constexpr XmlElement::Range NOT_NEGATIVE{0, std::numeric_limits<int>::max()};
-constexpr XmlElement::Range PERCENT{0, 100};
-
 constexpr Field FIELDS[] = {
-    {MONITOR_ID, ANY, &MonitorParam::getMonitorId, &MonitorParam::setMonitorId},
-    {"type", ANY, &MonitorParam::getType, &MonitorParam::setType},
-    {"resolutionId", NOT_NEGATIVE, &MonitorParam::getResolutionId, &MonitorParam::setResolutionId},
-    {"x", ANY, &MonitorParam::getX, &MonitorParam::setX},
-    {"y", ANY, &MonitorParam::getY, &MonitorParam::setY},
-    {"width", NOT_NEGATIVE, &MonitorParam::getWidth, &MonitorParam::setWidth},
-    {"height", NOT_NEGATIVE, &MonitorParam::getHeight, &MonitorParam::setHeight},
-    {"refreshRate", NOT_NEGATIVE, &MonitorParam::getRefreshRate, &MonitorParam::setRefreshRate},
-    {"brightness", PERCENT, &MonitorParam::getBrightness, &MonitorParam::setBrightness},
+    {Schema::MONITOR_ID, &MonitorParam::getMonitorId, &MonitorParam::setMonitorId},
+    {Schema::TYPE, &MonitorParam::getType, &MonitorParam::setType},
+    {Schema::RESOLUTION_ID, &MonitorParam::getResolutionId, &MonitorParam::setResolutionId},
+    {Schema::X, &MonitorParam::getX, &MonitorParam::setX},
+    {Schema::Y, &MonitorParam::getY, &MonitorParam::setY},
+    {Schema::WIDTH, &MonitorParam::getWidth, &MonitorParam::setWidth},
+    {Schema::HEIGHT, &MonitorParam::getHeight, &MonitorParam::setHeight},
+    {Schema::REFRESH_RATE, &MonitorParam::getRefreshRate, &MonitorParam::setRefreshRate},
+    {Schema::BRIGHTNESS, &MonitorParam::getBrightness, &MonitorParam::setBrightness},
 };
+
+std::string emptyStore() {
+    const std::string root = Schema::DOCUMENT.root.name;
+    return "<" + root + "><" + Schema::SECTION.name + "/></" + root + ">";
+}
 
 MonitorParam readParam(const XmlElement& item) {
     MonitorParam param;
-    item.require(MONITOR_ID, ANY);
     for (const Field& field : FIELDS) {
-        int value = (param.*field.get)();
-        item.read(field.name, value, field.range);
-        (param.*field.set)(value);
+        (param.*field.set)(item.number(field.schema));
     }
-    bool enabled = param.isEnabled();
-    item.read(ENABLED, enabled);
-    param.setEnabled(enabled);
+    param.setEnabled(item.flag(Schema::ENABLED));
     return param;
 }
 
 void writeParam(const MonitorParam& param, XmlElement& item) {
     for (const Field& field : FIELDS) {
-        item.write(field.name, (param.*field.get)());
+        item.write(field.schema.name, (param.*field.get)());
     }
-    item.write(ENABLED, param.isEnabled());
+    item.write(Schema::ENABLED.name, param.isEnabled());
 }
 
 void checkRanges(const MonitorParam& param, const std::string& path) {
     for (const Field& field : FIELDS) {
         const int value = (param.*field.get)();
-        if (value < field.range.lowest || value > field.range.highest) {
-            throw ConfigError(path + ": monitor " + std::to_string(param.getMonitorId()) + ": " +
-                              field.name + " must be from " + std::to_string(field.range.lowest) +
-                              " to " + std::to_string(field.range.highest) + ", not " +
-                              std::to_string(value));
+        const Range range = field.schema.accepted;
+        if (!range.has(value)) {
+            throw ConfigError(path, 0,
+                              "monitor " + std::to_string(param.getMonitorId()) + ": " +
+                                  field.schema.name + " must be from " +
+                                  std::to_string(range.lowest) + " to " +
+                                  std::to_string(range.highest) + ", not " + std::to_string(value));
         }
     }
 }
@@ -98,9 +94,9 @@ struct MonitorParamConfig::Impl {
 
 std::shared_ptr<XmlDocument> MonitorParamConfig::Impl::load() const {
     if (version != LAYOUT_VERSION) {
-        throw ConfigError(path + ": there is no layout " + std::to_string(version));
+        throw ConfigError(path, 0, "there is no layout " + std::to_string(version));
     }
-    std::string text = EMPTY_STORE;
+    std::string text = emptyStore();
     TextFile::readIfPresent(path, text);
     return std::make_shared<XmlDocument>(path, text);
 }
@@ -120,7 +116,7 @@ void MonitorParamConfig::Impl::set(const MonitorParam& param) {
     ReplaceableFile file(path);
     file.lock();
     const std::shared_ptr<XmlDocument> document = load();
-    XmlElement section = XmlElement(document).child(SECTION);
+    XmlElement section = XmlElement(document).child(Schema::SECTION.name);
     const std::vector<Entry> entries = entriesOf(section);
     const auto same = std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) {
         return entry.param.getMonitorId() == param.getMonitorId();
@@ -133,7 +129,7 @@ void MonitorParamConfig::Impl::set(const MonitorParam& param) {
 std::vector<MonitorParam> MonitorParamConfig::Impl::getAll() const {
     const std::shared_ptr<XmlDocument> document = load();
     std::vector<MonitorParam> params;
-    for (const Entry& entry : entriesOf(XmlElement(document).child(SECTION))) {
+    for (const Entry& entry : entriesOf(XmlElement(document).child(Schema::SECTION.name))) {
         params.push_back(entry.param);
     }
     return params;

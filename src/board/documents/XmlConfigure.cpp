@@ -2,6 +2,7 @@
 
 #include "board/documents/ConfigError.h"
 #include "board/documents/XmlElement.h"
+#include "board/documents/schema/AbilitySchema.h"
 #include "platform/base/Allocation.h"
 
 #include <optional>
@@ -48,6 +49,9 @@ public:
     using ElementOf::ElementOf;
 
     static int find(const XmlElement& parent, const std::string& name, Node& out) {
+        if (mayLack(parent, name) && parent.children(name).empty()) {
+            return 0;
+        }
         return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
             out = Node(new (SOURCE, __LINE__) ElementNode(parent.child(name)));
         });
@@ -76,6 +80,14 @@ public:
         }
         return 1;
     }
+
+private:
+    /// Whether the document whose root the parent is may be without this element.
+    static bool mayLack(const XmlElement& parent, const std::string& name) {
+        const ElementSchema* known =
+            parent.isRoot() ? AbilitySchema::DOCUMENT.root.child(name) : nullptr;
+        return known != nullptr && known->occurrence == ElementSchema::OPTIONAL;
+    }
 };
 
 } // namespace
@@ -92,8 +104,8 @@ int XmlConfigureTool::open(const std::string& path, int version, OPEN_MODE mode)
     m_Impl->root.reset();
     return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
         if (version != LAYOUT_VERSION || mode != OPEN_MODE_READ) {
-            throw ConfigError(GlobalEnv::getInstance()->resolve(path) +
-                              ": only layout 1 can be opened, only for reading");
+            throw ConfigError(GlobalEnv::getInstance()->resolve(path), 0,
+                              "only layout 1 can be opened, only for reading");
         }
         m_Impl->root = XmlElement::readRoot(path);
     });

@@ -72,6 +72,12 @@ TEST_F(MonitorParams, AFailedWriteLeavesTheOldFile) {
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     std::signal(SIGXFSZ, SIG_DFL);
 
+    const std::string around = "<M><Monitor/><!----></M>";
+    write("/p.xml", std::string(around).insert(17, 16 * 1024 * 1024 - around.size(), 'x'));
+    EXPECT_NE(m_Store.getAllMonitorParam(m_All), 0) << "as large as a file may be";
+    expectRefusal(m_Store, param(1), m_Path + ": File too large");
+
+    write("/p.xml", around);
     write("/p.xml.tmp", "left by a power cut");
     EXPECT_NE(m_Store.setMonitorParam(param(1)), 0);
     EXPECT_FALSE(fs::exists(m_Path + ".tmp"));

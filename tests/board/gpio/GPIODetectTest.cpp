@@ -248,12 +248,12 @@ TEST_F(GPIODetectTest, RefusesWhatCannotWork) {
     refused(m_Detect->setSignalHandler(SIGNAL, nullptr), "null");
     refused(m_Detect->addDetectLine(m_Pid + 1, 0, 0), "process");
     refused(m_Detect->addDetectLine(m_Pid, 0, -1), "negative");
+    refused(m_Detect->removeDetectLine(m_Pid, 0, 9), "not watched");
     m_Detect->close();
     refused(m_Detect->startDetect(), "not open");
     refused(m_Detect->addDetectLine(m_Pid, 0, 0), "not open");
     EXPECT_EQ(m_Detect->open(), 0);
     refused(m_Detect->startDetect(), "no handler");
-    refused(m_Detect->removeDetectLine(m_Pid, 0, 0), "not watched");
     fs::remove_all(m_Board.device());
     refused(m_Detect->open(), "dev/gpiodrv");
 }

@@ -93,11 +93,11 @@ TEST_F(GPIOTest, RefusesWhatIsNoLineAndHealsAndLogsEachOnce) {
         m_Board.addLine(0, bit);
         m_Board.write(0, bit, "up\n");
         EXPECT_EQ(get(0, bit), -1);
-        m_Log.expectOne({"cannot be read", "but \"up?\""});
+        m_Log.expectOne({"cannot be read", "but \"up?\"", "(failed 2 times before)"});
         EXPECT_NE(m_Gpio.set(0, bit, 1), 0);
         m_Log.expectOne({"can be driven again"});
         EXPECT_EQ(get(0, bit), 1);
-        m_Log.expectOne({std::to_string(bit) + " can be read again"});
+        m_Log.expectOne({std::to_string(bit) + " can be read again (failed 1 times before)"});
         EXPECT_EQ(fault(GPIOFaultBook::READ, 0, bit) + fault(GPIOFaultBook::DRIVE, 0, bit), "");
     }
 }

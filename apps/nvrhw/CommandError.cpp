@@ -1,8 +1,0 @@
-#include "CommandError.h"
-
-#include "platform/Diagnostics.h"
-
-CommandError CommandError::ofBoard(const std::string& cause) {
-    return CommandError(cause + "; `nvrhw check --board " +
-                        GlobalEnv::getInstance()->getRootDirectory() + "` says more");
-}

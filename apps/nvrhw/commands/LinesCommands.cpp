@@ -1,0 +1,125 @@
+#include "alarm/IOAlarmInManager.h"
+#include "commands/Commands.h"
+#include "config/ConfigFileNameConst.h"
+#include "lines/BoardLines.h"
+#include "platform/Diagnostics.h"
+#include "print/Console.h"
+#include "print/Table.h"
+#include "print/Text.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+constexpr int NO_LEVEL = -1;
+
+struct Trial {
+    int id = 0;
+    int level = NO_LEVEL;
+};
+
+template <typename State>
+std::vector<State> readAll(const BoardLines& lines, const std::vector<Line>& wanted) {
+    std::vector<State> states(wanted.size());
+    std::vector<LineState*> bare;
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        states[i].line = wanted[i];
+        bare.push_back(&states[i]);
+    }
+    lines.read(bare);
+    return states;
+}
+
+// Judged as this manager does.
+std::vector<Record> describeInputs(const BoardLines& lines, const std::vector<Line>& wanted,
+                                   SafePointer<IOAlarmInManager> manager) {
+    std::vector<Record> records;
+    for (InputState& input : readAll<InputState>(lines, wanted)) {
+        manager->getValidLevel(input.line.id, input.userLevel);
+        input.judge();
+        records.push_back(describe(input));
+    }
+    return records;
+}
+
+int show(const std::vector<Record>& records, const Settings& settings) {
+    if (settings.json) {
+        Console::printDocument(records);
+    } else {
+        Table table;
+        table.addList(records);
+        table.print();
+    }
+    return 0;
+}
+
+int runInputs(const Settings& settings) {
+    const BoardLines lines;
+    return show(describeInputs(lines, lines.inputs(), lines.makeManager<IOAlarmInManager>()),
+                settings);
+}
+
+int runOutputs(const Settings& settings) {
+    const BoardLines lines;
+    std::vector<Record> records;
+    for (const OutputState& output : readAll<OutputState>(lines, lines.outputs())) {
+        records.push_back(describe(output));
+    }
+    return show(records, settings);
+}
+
+int runValidLevel(const Trial& trial, const Settings& settings) {
+    const BoardLines lines;
+    const Line& line = lines.input(trial.id);
+    SafePointer<IOAlarmInManager> manager = lines.makeManager<IOAlarmInManager>();
+    if (trial.level != NO_LEVEL) {
+        manager->setValidLevel(trial.id, trial.level);
+    }
+    std::vector<Record> records = describeInputs(lines, {line}, manager);
+    if (settings.json) {
+        records.front().push_back({"stored", "", false});
+        Console::printDocument(records.front());
+        return 0;
+    }
+    show(records, settings);
+    if (trial.level != NO_LEVEL) {
+        const std::string file =
+            GlobalEnv::getInstance()->resolve(ConfigFileNameConst::getHardwareConfigFileName());
+        Console::print("A trial: nothing is stored. For good, change validLevel of item " +
+                       std::to_string(trial.id) + " in\n" + Text::harmless(file) + ".\n");
+    }
+    return 0;
+}
+
+} // namespace
+
+void addInputs(Commands& commands) {
+    commands.add("inputs", "List the alarm inputs and their states", runInputs)
+        .footer("VALID is the level at which the configuration says the input is in alarm. USER is "
+                "the\nuser valid level: 0 keeps that, 1 turns it around. Every recorder begins "
+                "with 0.");
+}
+
+void addOutputs(Commands& commands) {
+    commands.add("outputs", "List the alarm outputs and their states", runOutputs)
+        .footer("VALID is the level that the configuration says is active. MODE is what every "
+                "process\nbegins with; what a running recorder has set since is known to that "
+                "recorder alone.");
+}
+
+void addValidLevel(Commands& commands) {
+    const auto trial = std::make_shared<Trial>();
+    CLI::App& app =
+        commands.add("valid-level", "Show how an input is judged, or would be with a user level",
+                     [trial](const Settings& settings) { return runValidLevel(*trial, settings); });
+    app.add_option("INPUT", trial->id, "The input's id")->required()->type_name("");
+    app.add_option("LEVEL", trial->level,
+                   "0: in alarm at the configured valid level; 1: at the other level")
+        ->check(CLI::IsMember({0, 1}))
+        ->type_name("");
+    app.footer(
+        "A user valid level belongs to one process and ends with it: nothing stores it. LEVEL is\n"
+        "therefore a trial. It changes neither the configuration nor a running recorder, which\n"
+        "sets its own with IOAlarmInManager::setValidLevel(). For good, change validLevel in the\n"
+        "hardware configuration.");
+}

@@ -1,0 +1,114 @@
+#include "generate/BashCompletion.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+namespace {
+
+// Values that are no words but are looked up: directories, and the ids that the board has.
+constexpr char SCRIPT[] = R"(
+_nvrhw() {
+    local -A words values
+    _nvrhw_tables
+    local cur=${COMP_WORDS[COMP_CWORD]} path=nvrhw position=0 option= board=() word i wanted
+    for ((i = 1; i < COMP_CWORD; i++)); do
+        word=${COMP_WORDS[i]}
+        if [[ $word == "=" ]]; then
+            continue
+        elif [[ -n $option ]]; then
+            [[ $option == --board ]] && board=(--board "${word/#\~/$HOME}")
+            option=
+        elif [[ $word == -* ]]; then
+            [[ -n ${values[$path $word]+x} ]] && option=$word
+        elif [[ -n ${words[$path $word]+x} ]]; then
+            path="$path $word" position=0
+        else
+            position=$((position + 1))
+        fi
+    done
+    [[ $cur == "=" ]] && cur=
+    if [[ -n $option ]]; then
+        wanted=${values[$path $option]}
+    elif [[ $cur == -* ]]; then
+        wanted=${words[$path]}
+    else
+        wanted=${values[$path $position]-}
+        for word in ${words[$path]}; do
+            [[ $word == -* ]] || wanted+=" $word"
+        done
+    fi
+    case $wanted in
+    *DIR*)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$cur")
+        return
+        ;;
+    *INPUT*) wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate inputs 2>/dev/null) ;;
+    *OUTPUT*) wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate outputs 2>/dev/null) ;;
+    *MONITOR*) wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate monitors 2>/dev/null) ;;
+    esac
+    mapfile -t COMPREPLY < <(compgen -W "$wanted" -- "$cur")
+}
+complete -F _nvrhw nvrhw
+)";
+
+std::string entry(const std::string& key, const std::string& value) {
+    return "    [\"" + key + "\"]=\"" + value + "\"\n";
+}
+
+// The values that a check of the option lists, as "{steady,flash}"; empty when it lists none.
+std::string choices(const CLI::Option& option) {
+    const std::string type = option.get_type_name();
+    const std::size_t begin = type.find('{');
+    const std::size_t end = type.find('}');
+    if (begin == std::string::npos || end == std::string::npos) {
+        return "";
+    }
+    std::string list = type.substr(begin + 1, end - begin - 1);
+    std::replace(list.begin(), list.end(), ',', ' ');
+    return list;
+}
+
+} // namespace
+
+BashCompletion::BashCompletion(const CLI::App& program) { visit(program, program.get_name()); }
+
+std::string BashCompletion::text() const {
+    return "# Completion of nvrhw for bash; made by `nvrhw generate bash`.\n"
+           "_nvrhw_tables() { # into the arrays of the caller\n    words=(\n" +
+           m_Words + "    )\n    values=(\n" + m_Values + "    )\n}\n" + SCRIPT;
+}
+
+void BashCompletion::visit(const CLI::App& app, const std::string& path) {
+    std::string words;
+    int position = 0;
+    for (const CLI::Option* option : app.get_options()) {
+        if (option->get_positional()) {
+            const std::string values = choices(*option);
+            m_Values += entry(path + " " + std::to_string(position++),
+                              values.empty() ? option->get_name(true) : values);
+        } else {
+            addOption(*option, path, words);
+        }
+    }
+    for (const CLI::App* sub : app.get_subcommands({})) {
+        if (!sub->get_group().empty()) { // not a hidden one
+            words += (words.empty() ? "" : " ") + sub->get_name();
+            visit(*sub, path + " " + sub->get_name());
+        }
+    }
+    m_Words += entry(path, words);
+}
+
+void BashCompletion::addOption(const CLI::Option& option, const std::string& path,
+                               std::string& words) {
+    for (const std::string& longName : option.get_lnames()) {
+        const std::string name = "--" + longName;
+        words += (words.empty() ? "" : " ") + name;
+        if (option.get_items_expected_max() > 0) {
+            const bool isDirectory = option.get_type_name() == "DIR";
+            m_Values += entry(std::string(path).append(" ").append(name),
+                              isDirectory ? "DIR" : choices(option));
+        }
+    }
+}

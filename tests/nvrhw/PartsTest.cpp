@@ -1,0 +1,68 @@
+// Parts of the tool that need no board.
+
+#include "panel/PanelList.h"
+#include "panel/PanelView.h"
+#include "print/LineWriter.h"
+#include "print/Table.h"
+#include "print/Text.h"
+#include "support/Gate.h"
+
+#include <gtest/gtest.h>
+
+TEST(Table, IsCutInItsLongestTextsAndOnlyForATerminal) {
+    Text::useLanguage();
+    Table table;
+    table.addList({{{"", "ID", 7}, {"", "NAME", "Gerät"}, {"", "CAUSE", "中文 cannot be read"}},
+                   {{"", "ID", 12}, {"", "NAME", "x"}, {"", "CAUSE", ""}}});
+    const std::string whole = "ID  NAME   CAUSE\n 7  Gerät  中文 cannot be read\n12  x\n";
+    EXPECT_EQ(table.text(false, 0), whole);
+    EXPECT_EQ(table.text(false, 31), whole);
+    EXPECT_EQ(table.text(false, 21), "ID  NAME   CAUSE\n 7  Gerät  中文 cann…\n12  x\n");
+    EXPECT_EQ(table.text(false, 8), "ID  NAME\n 7  Ger…\n12  x\n"); // too narrow even for that
+    EXPECT_NE(table.text(true, 0).find("\033[1mNAME"), std::string::npos);
+}
+
+TEST(LineWriter, LeavesOutAndCountsWhatHasNoRoom) {
+    Gate arrived;
+    Gate isRead;
+    std::vector<std::string> written;
+    LineWriter writer(
+        2,
+        [&](const std::string& line) {
+            arrived.open();
+            isRead.wait();
+            written.push_back(line);
+        },
+        [](int count) { return std::to_string(count) + " left out"; });
+    writer.post("first");
+    ASSERT_TRUE(arrived.wait()); // at the writer, which holds it
+    for (const char* line : {"second", "third", "fourth", "fifth"}) {
+        writer.post(line); // returns although nobody reads
+    }
+    isRead.open();
+    writer.finish();
+    EXPECT_EQ(written, (std::vector<std::string>{"first", "second", "third", "2 left out"}));
+}
+
+TEST(Panel, LeavesOutColumnsWhereThereIsNoRoom) {
+    const std::vector<PanelColumn> all{{"", 0, 2, false},       {"", 1, 14, true},
+                                       {"line", 4, 4, false},   {"lvl", 3, 3, false},
+                                       {"state", 0, 12, false}, {"mode", 5, 20, true}};
+    for (const auto& [width, widths] :
+         std::vector<std::pair<int, std::vector<int>>>{{80, {2, 14, 4, 3, 12, 20}},
+                                                       {55, {2, 14, 4, 3, 12, 13}},
+                                                       {45, {2, 11, 4, 3, 12, 6}},
+                                                       {38, {2, 11, 4, 3, 12, 0}},
+                                                       {30, {2, 8, 0, 3, 12, 0}}}) {
+        std::vector<PanelColumn> columns = all;
+        PanelColumn::narrow(columns, width);
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            EXPECT_EQ(columns[i].width, widths[i]) << width << ", column " << i;
+        }
+    }
+    for (int rows = PanelLayout::LEAST_ROWS; rows < 60; ++rows) {
+        const PanelLayout layout(rows, 40, 16, 4);
+        EXPECT_EQ(layout.keyRow(), rows - 1);
+        EXPECT_GE(std::min({layout.inputRows, layout.outputRows, layout.messageRows}), 1) << rows;
+    }
+}
