@@ -28,7 +28,7 @@ class Publishes(ToolTest):
             free.bind(("127.0.0.1", 0))
             port = str(free.getsockname()[1])
         broker = self.start_other(BROKER, "-p", port, "-v", stderr=subprocess.PIPE)
-        self.wait_for(broker, " running")
+        self.wait_for(broker, " running\n")
         to_broker = ["-h", "127.0.0.1", "-p", port, "-t", "recorder/alarms"]
         subscriber = self.start_other("mosquitto_sub", *to_broker, "-C", "18",
                                       stdout=subprocess.PIPE)
