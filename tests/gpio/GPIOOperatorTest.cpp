@@ -5,59 +5,44 @@
 #include "support/Gate.h"
 #include "support/ManualClock.h"
 
-#include <atomic>
-#include <dlfcn.h>
-#include <functional>
 #include <gtest/gtest.h>
-#include <pthread.h>
 #include <thread>
-#include <utility>
 
 namespace {
 
-/// The calls that reach the operator's thread: written down here, then passed on to the real ones.
-struct ThreadCalls {
-    static inline bool kept = false; // while only one thread at a time makes them
-    static inline std::string journal;
-    static inline bool late = false;     // it runs, but does not say so yet
-    static inline bool refuses = false;  // to be started, as a late one the second time
-    static inline bool starting = false; // it may call itself
-    static inline std::function<void()> onStop;
+std::string s_ThreadCalls;
+bool s_Late = false;    // the thread runs, but does not say so yet
+bool s_Refuses = false; // the thread cannot be started
 
-    static void note(const char* call) { journal += kept ? call : ""; }
-    static std::string take() { return std::exchange(journal, {}); }
-};
-
-template <typename Result, typename Thread> Result pass(const char* symbol, Thread* thread) {
-    return reinterpret_cast<Result (*)(Thread*)>(dlsym(RTLD_NEXT, symbol))(thread);
-}
+std::string takeCalls() { return std::exchange(s_ThreadCalls, {}); }
 
 } // namespace
 
+// The thread class of this program takes the place of the board layer's. It runs nothing: passes
+// are run by the tests.
+struct GThread::Impl {
+    bool runs = false;
+};
+GThread::GThread(function<int>, const std::string& name, function<int>, function<int>) // NOLINT
+    : m_Impl(new Impl) {
+    EXPECT_EQ(name, "GPIOOperationThread");
+}
+GThread::~GThread() = default;
 int GThread::running() const {
-    ThreadCalls::note(ThreadCalls::starting ? "" : "running ");
-    const int real = pass<int>("_ZNK7GThread7runningEv", this);
-    return ThreadCalls::late && !ThreadCalls::starting ? 0 : real;
+    s_ThreadCalls += "running ";
+    return m_Impl->runs && !s_Late ? 1 : 0;
 }
-
 int GThread::start() {
-    if (std::exchange(ThreadCalls::refuses, ThreadCalls::late)) {
-        return 0;
-    }
-    ThreadCalls::note("start ");
-    ThreadCalls::starting = true;
-    const int result = pass<int>("_ZN7GThread5startEv", this);
-    ThreadCalls::starting = false;
-    return result;
+    s_ThreadCalls += "start ";
+    const bool starts = !m_Impl->runs && !s_Refuses;
+    m_Impl->runs = m_Impl->runs || starts;
+    return starts ? 1 : 0;
 }
-
 void GThread::stop() {
-    ThreadCalls::note("stop ");
-    if (ThreadCalls::onStop) {
-        ThreadCalls::onStop();
-    }
-    pass<void>("_ZN7GThread4stopEv", this);
+    s_ThreadCalls += "stop ";
+    m_Impl->runs = false;
 }
+int GThread::emptyFun() { return 0; }
 
 namespace {
 
@@ -65,72 +50,14 @@ constexpr int HOLD = 1;
 constexpr int TOGGLE = 2;
 constexpr int PULSE = 3;
 
-TEST(GPIOOperateRecord, DerivesTheIntervalInSinglePrecision) {
-    const struct {
-        float frequency;
-        double interval;
-    } rows[] = {{3.0F, 333333.34375}, {0.5F, 2000000.0}, {0.0F, -2147483648.0}, {-2.0F, -500000.0}};
-    for (const auto& row : rows) {
-        GPIOOperateRecord record;
-        EXPECT_EQ(record.getEachTimeOut(), 0.0);
-        record.setFrequency(row.frequency);
-        EXPECT_EQ(record.getEachTimeOut(), row.interval) << row.frequency;
-    }
-}
-
-TEST(GPIOOperateRecord, JudgesItsTimesAtTheBoundaries) {
-    // Half a second is exact in binary, so that the boundary is met to the microsecond.
-    const int half = 500000;
-    const struct {
-        int mode;
-        int timeOut;
-        float frequency;
-        int elapsed;
-        bool operates;
-        bool stops;
-    } rows[] = {
-        {1, half, 0, half - 1, false, false},
-        {1, half, 0, half, true, false},
-        {1, half, 0, half + 1, true, true},
-        {1, 0, 0, 0, true, false},
-        {2, half, 2, half - 1, false, false},
-        {2, half, 2, half, true, false},
-        {2, half, 2, half + 1, true, true},
-        {2, 0, 2, 100 * half, true, false},
-        {2, half, 0, 0, true, false},
-        {2, half, -2, 0, true, false},
-        {0, half, 2, half + 1, false, true},
-        {3, half, 2, half + 1, false, true},
-        {0, 0, 0, 100 * half, false, false},
-        {1, half, 0, -half, false, false}, // the clock reads earlier than the record
-        {2, half, 2, -half, false, false},
-        {2, half, 0, -half, true, false},
-        {1, -1, 0, 0, true, true},
-    };
-    for (const auto& row : rows) {
-        ManualClock clock;
-        GPIOOperateRecord record;
-        record.setOperateMode(row.mode);
-        record.setTimeOut(row.timeOut);
-        record.setFrequency(row.frequency);
-        record.setStartOperateTime(GPIOOperateRecord::now());
-        record.setLastOperateTime(GPIOOperateRecord::now());
-        clock.advance(row.elapsed);
-        EXPECT_EQ(record.isTimeToOperation(), row.operates) << &row - rows;
-        EXPECT_EQ(record.isTimeToStop(), row.stops) << &row - rows;
-    }
-}
-
-/// Passes are run by the test, in virtual time; the operator's own worker is parked in its first
-/// wait.
+/// Passes are run by the test, in virtual time.
 class GPIOOperatorTest : public testing::Test {
 protected:
     GPIOOperatorTest() : m_Driver(new ("test", __LINE__) FakeGPIO) {
         m_Operator.setGPIO(SafePointer<IGPIO>(m_Driver));
-        ThreadCalls::kept = true;
-        ThreadCalls::take();
+        takeCalls();
     }
-    ~GPIOOperatorTest() noexcept override { ThreadCalls::kept = false; }
+    ~GPIOOperatorTest() noexcept override {}
 
     std::string journalAfter(int passes) {
         for (int i = 0; i < passes; ++i) {
@@ -204,26 +131,26 @@ TEST_F(GPIOOperatorTest, RestartsTheRecordOfALine) {
 
 TEST_F(GPIOOperatorTest, RunsTheWorkerWhileThereAreRecords) {
     m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
-    EXPECT_EQ(ThreadCalls::take(), "running start ");
+    EXPECT_EQ(takeCalls(), "running start ");
     m_Operator.set(0, 2, TOGGLE, 1, 0, 1, 0);
     m_Operator.set(0, 2, TOGGLE, 0, 0, 1, 0);
-    EXPECT_EQ(ThreadCalls::take(), "running running ");
+    EXPECT_EQ(takeCalls(), "running running ");
     m_Operator.set(0, 2, HOLD, 0, 0, 0, 0);
     EXPECT_EQ(journalAfter(1), "0:0/1=1 0:0/2=1 0:0/2=0 0:0/2=0 50:0/1=0");
-    EXPECT_EQ(ThreadCalls::take(), "") << "neither another record's end nor a pass stops it";
+    EXPECT_EQ(takeCalls(), "") << "neither another record's end nor a pass stops it";
     m_Operator.set(5, 5, HOLD, 0, 0, 0, 0);
-    EXPECT_EQ(ThreadCalls::take(), "stop ") << "a cancellation that finds no record does";
+    EXPECT_EQ(takeCalls(), "stop ") << "a cancellation that finds no record does";
 
-    ThreadCalls::late = true;
+    s_Late = true;
     EXPECT_EQ(m_Operator.set(0, 1, HOLD, 1, 0, 0, 40), 1);
     EXPECT_TRUE(hasRecord(0, 1));
-    EXPECT_EQ(ThreadCalls::take(), "running start ");
-    ThreadCalls::late = false;
+    EXPECT_EQ(takeCalls(), "running start ");
+    s_Late = false;
 
     m_Operator.set(0, 1, HOLD, 0, 0, 0, 0);
     m_Driver->takeJournal();
+    s_Refuses = true;
     for (const int flag : {1, 0}) {
-        ThreadCalls::refuses = true;
         GlobalEnv::getInstance()->setPrintFlag(flag);
         testing::internal::CaptureStdout();
         EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 0);
@@ -232,6 +159,11 @@ TEST_F(GPIOOperatorTest, RunsTheWorkerWhileThereAreRecords) {
         EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=1");
         EXPECT_FALSE(hasRecord(0, 1));
     }
+    s_Refuses = false;
+
+    takeCalls();
+    { const GPIOOperator other; }
+    EXPECT_EQ(takeCalls(), "stop ") << "when it goes";
 }
 
 // The worker drives between the caller's own drive and the change of the record: the level that
@@ -245,34 +177,27 @@ TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
     } rows[] = {{HOLD, 0, false, false, "stop "},
                 {HOLD, 5000, false, true, "running stop running start "},
                 {TOGGLE, 5000, false, true, "running stop running start "},
-                {TOGGLE, 5000, true, false, "running stop running "}};
+                {TOGGLE, 5000, true, false, "running stop running start "}};
     for (const auto& row : rows) {
         m_Operator.set(0, 1, HOLD, 0, 0, 0, 40); // over at the next pass
         m_Operator.set(0, 2, TOGGLE, 0, 0, 0, 0);
         int drives = 0;
-        Gate stops;
-        std::thread stopper;
         m_Driver->m_OnDrive = [&](FakeGPIO::Line, int) {
             if (++drives == 1) {
                 m_Operator.execOperation();
-            } else if (drives == 3) {
-                stopper = std::thread([&] { m_Operator.stop(); });
-                EXPECT_TRUE(stops.wait());
+            } else if (drives == 3) { // between the insertion of the record and the look after it
+                s_Refuses = row.refuses;
+                m_Operator.stop();
             }
         };
-        ThreadCalls::onStop = [&] {
-            ThreadCalls::refuses = row.refuses;
-            stops.open();
-        };
-        ThreadCalls::take();
+        takeCalls();
         EXPECT_EQ(m_Operator.set(0, 1, row.mode, 1, 0, 1, row.timeOut), row.refuses ? 0 : 1);
-        stopper.join();
-        ThreadCalls::onStop = nullptr;
+        s_Refuses = false;
         int level = -1;
         m_Operator.get(0, 1, level);
         EXPECT_EQ(level, 1) << &row - rows;
         EXPECT_EQ(hasRecord(0, 1), row.recordLeft) << &row - rows;
-        EXPECT_EQ(ThreadCalls::take(), row.calls);
+        EXPECT_EQ(takeCalls(), row.calls);
 
         drives = 0; // now the worker drives the other line alone: no reason to drive twice
         m_Operator.set(0, 1, row.mode, 1, 0, 1, row.timeOut);
@@ -303,55 +228,6 @@ TEST_F(GPIOOperatorTest, AHangingPassKeepsNoLineFromBeingDriven) {
     siren.join();
     again.join();
     EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=0 50:0/2=1 50:0/1=1 50:0/1=1");
-}
-
-/// Time that runs as fast as the worker can make passes.
-class HurriedClock : public TimeSource {
-public:
-    HurriedClock() { TarvikTime::setTimeSource(this); }
-    ~HurriedClock() override { TarvikTime::setTimeSource(nullptr); }
-
-    TarvikTime now() override { return {m_Milliseconds / 1000, m_Milliseconds % 1000 * 1000}; }
-    TarvikTime elapse(const TarvikTime& duration) override {
-        m_Milliseconds += duration.getMicroseconds() / 1000;
-        return {};
-    }
-
-private:
-    std::atomic<long> m_Milliseconds{1000};
-};
-
-// One caller keeps cancelling the last record, which stops the worker, while another adds its own:
-// whoever comes last, a record in the map is served.
-TEST(GPIOOperatorRace, EveryRecordIsServed) {
-    HurriedClock clock;
-    auto* driver = new ("test", __LINE__) FakeGPIO;
-    Gate ended;
-    std::atomic<bool> named{false};
-    driver->m_OnDrive = [&](FakeGPIO::Line line, int level) {
-        if (line == FakeGPIO::Line{1, 1} && level == 0) {
-            char name[16];
-            pthread_getname_np(pthread_self(), name, sizeof(name));
-            named = named || std::string(name) == "GPIOOperationTh"; // what the kernel keeps of it
-            ended.open();
-        }
-    };
-    GPIOOperator gpio;
-    gpio.setGPIO(SafePointer<IGPIO>(driver));
-    std::atomic<bool> done{false};
-    std::thread canceller([&] {
-        while (!done) {
-            gpio.set(0, 1, HOLD, 0, 0, 0, 0);
-        }
-    });
-    for (int round = 1; round <= 400; ++round) {
-        ASSERT_EQ(gpio.set(1, 1, 0, 1, 0, 0, 1), 1);
-        ASSERT_TRUE(ended.wait(round)) << "a record was left without a worker in round " << round;
-        driver->takeJournal();
-    }
-    done = true;
-    canceller.join();
-    EXPECT_TRUE(named);
 }
 
 } // namespace
