@@ -1,15 +1,18 @@
 # run         a sample board on this machine: its panel on a terminal, elsewhere a recorder on it
 # test        the tests
 # board-test  the tests on an emulated 32-bit ARM board, with real GPIO chips
-# package     Debian packages into build/packages (ARCH=armhf: for a 32-bit ARM board)
+# package     Debian packages into build/packages (ARCH=armhf, ARCH=arm64: for a board)
 # docs        the reference, with the examples and guides, into build/docs
+# coverage    which part of each room the tests reach; pages into build/coverage/html
+# abi         what a change breaks for programs built against the recorded ABI (abi-record records)
+# setup       installs the Debian packages that any of these needs, and does nothing else
 # check       everything the gate asks for (see .ci/run)
 # clean       removes all that was built
 
 PRESET ?= dev
 BUILD := build/$(PRESET)
 
-.PHONY: run test board-test package docs check clean build
+.PHONY: run test board-test package docs coverage abi abi-record setup check clean build
 
 run: build
 	scripts/run-sample $(BUILD)
@@ -21,12 +24,23 @@ board-test:
 	scripts/board-test
 
 package:
-	scripts/setup package $(filter armhf,$(ARCH))
+	scripts/setup package $(filter-out $(shell dpkg --print-architecture),$(ARCH))
 	scripts/package $(ARCH)
 
 docs:
 	scripts/setup docs
 	scripts/docs
+
+coverage:
+	scripts/setup coverage
+	scripts/coverage
+
+abi abi-record: build
+	scripts/setup abi
+	scripts/abi $(filter record,$(subst abi-,,$@))
+
+setup:
+	scripts/setup package docs coverage abi check board arm64
 
 check:
 	.ci/run

@@ -4,7 +4,11 @@ include(CMakePackageConfigHelpers)
 set(cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/nvrhw)
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-install(TARGETS nvrhw nvrhw-board EXPORT nvrhwTargets
+set(libraries nvrhw)
+if(NVRHW_BOARD)
+    list(APPEND libraries nvrhw-board)
+endif()
+install(TARGETS ${libraries} EXPORT nvrhwTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT lib NAMELINK_COMPONENT dev)
 install(EXPORT nvrhwTargets NAMESPACE nvrhw:: DESTINATION ${cmake_dir} COMPONENT dev)
 
@@ -25,8 +29,21 @@ install(FILES ${PROJECT_BINARY_DIR}/nvrhwConfig.cmake ${PROJECT_BINARY_DIR}/nvrh
 # Found from where the file lies, so that the installed folder may be moved.
 file(RELATIVE_PATH NVRHW_PC_PREFIX /${pkgconfig_dir} /)
 string(REGEX REPLACE "/$" "" NVRHW_PC_PREFIX "${NVRHW_PC_PREFIX}")
+list(TRANSFORM libraries PREPEND "-l" OUTPUT_VARIABLE NVRHW_PC_LIBRARIES)
+list(JOIN NVRHW_PC_LIBRARIES " " NVRHW_PC_LIBRARIES)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/nvrhw.pc.in ${PROJECT_BINARY_DIR}/nvrhw.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/nvrhw.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
+
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libnvrhw-dev COMPONENT dev)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libnvrhw-dev COMPONENT dev
+    FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY apps/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libnvrhw-dev COMPONENT dev
+    FILES_MATCHING PATTERN "*.cpp")
+
+if(NOT NVRHW_APPS)
+    return()
+endif()
 
 install(TARGETS nvrhw-tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 get_property(tool_completion TARGET nvrhw-tool PROPERTY NVRHW_COMPLETION)

@@ -36,18 +36,10 @@ int readChannels(const XmlConfigureTool& document, NVRDeviceAbility& ability) {
     });
 }
 
-/// A section that may be missing: none or the first. Looked for in a list, because the reader logs
-/// a single node that it does not find.
-std::vector<Node> optionalNode(const XmlConfigureTool& document, const char* name) {
-    std::vector<Node> nodes;
-    document.getConfigNodeList(name, nodes);
-    return nodes;
-}
-
 int readDispatch(const XmlConfigureTool& document, NVRDeviceAbility& ability) {
-    const std::vector<Node> nodes = optionalNode(document, "DispatchAbility");
-    ability.setMaxDispatchNumber(nodes.empty() ? 0
-                                               : property<int>(nodes.front(), "MaxDispatchNum"));
+    Node node;
+    const bool given = document.getConfigNode("DispatchAbility", node) != 0;
+    ability.setMaxDispatchNumber(given ? property<int>(node, "MaxDispatchNum") : 0);
     return 1;
 }
 
@@ -83,11 +75,11 @@ int readNumbers(const XmlConfigureTool& document, NVRDeviceAbility& ability) {
 
 int readWeb(NVRAbilityConfigure& reader, const XmlConfigureTool& document,
             NVRDeviceAbility& ability) {
-    const std::vector<Node> nodes = optionalNode(document, "WebAbility");
+    Node node;
     WebAbility web;
-    if (nodes.empty()) {
+    if (document.getConfigNode("WebAbility", node) == 0) {
         web = defaultWebAbility();
-    } else if (reader.parseWebAbility(nodes.front(), web) == 0) {
+    } else if (reader.parseWebAbility(node, web) == 0) {
         return 0;
     }
     ability.setWebAbility(web);

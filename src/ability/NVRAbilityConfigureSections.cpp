@@ -79,7 +79,9 @@ int NVRAbilityConfigure::parseMonitorResolution(Node& node, std::vector<MonitorR
 int NVRAbilityConfigure::parseMonitorAbility(Node& node, MonitorAbility& out) {
     out.setMonitorId(property<int>(node, "monitorId"));
     std::vector<Node> groups;
-    node->getConfigNodeList("MonitorResolution", groups); // a monitor may have no resolutions
+    if (node->getConfigNodeList("MonitorResolution", groups) == 0) {
+        groups.clear(); // a monitor may have none, whatever the failed call has left
+    }
     std::vector<MonitorResolution> resolutions;
     for (const Node& group : groups) {
         const int inputType = property<int>(group, "monitorType");

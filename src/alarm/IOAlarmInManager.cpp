@@ -1,3 +1,19 @@
+// An input is in alarm, or normal, or not yet judged; a change of its line becomes a message when a
+// notification has read the batch and judges it. Notifications come from the detector's thread and
+// from any other. They read without a lock, so that one that hangs in the driver keeps no other
+// from reading; the manager's lock is held from the first judgement of a batch to its last message,
+// and for every other call into the table. Two things must never be seen:
+//
+// Levels that were read first and are judged last: an input would be left in a state it has left.
+// A notification notes the count of judgements before it reads. When the count has moved by the
+// time it gets the lock, another one came first, and it reads again. So every batch that is judged
+// was read after the judgement before it.
+//
+// A notification that reads for ever because others are faster. When it was overtaken in two
+// readings there have been two judgements since it began; the batch of the later one was read after
+// the earlier one, hence after the notification began, and tells what it was to tell: it ends. (A
+// line that could not be read in that batch keeps its state, as after any failed reading.) A batch
+// without a state judges nothing and does not count.
 #include "alarm/IOAlarmInManager.h"
 
 #include "alarm/GPIOAlarmIn.h"
@@ -13,6 +29,7 @@ namespace {
 constexpr char SOURCE[] = "IOAlarmInManager";
 constexpr int ALARM_IN_MAJOR_TYPE = 1;
 constexpr int ALARM_IN_MINOR_TYPE = 1;
+constexpr int MAX_READINGS = 2; // for one notification, see above
 
 IOInfo toIOInfo(const SafePointer<GPIOSignalConfigItem>& item) {
     IOInfo info;
@@ -117,11 +134,23 @@ void IOAlarmInManager::getLevel(bool isVirtual, std::vector<IOState>& states) {
 }
 
 int IOAlarmInManager::notifyAlarmConsumers(bool isVirtual) {
-    const XQMutexManager order(m_NotifyMutex, SOURCE, __LINE__);
-    std::vector<IOState> states;
-    getLevel(isVirtual, states);
+    for (int reading = 1; reading <= MAX_READINGS; ++reading) {
+        const unsigned before = m_Judgements;
+        std::vector<IOState> states;
+        getLevel(isVirtual, states);
+        const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+        if (before == m_Judgements) {
+            judge(states, isVirtual);
+            break;
+        }
+    }
+    return 0;
+}
 
-    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+void IOAlarmInManager::judge(const std::vector<IOState>& states, bool isVirtual) {
+    if (!states.empty()) {
+        ++m_Judgements;
+    }
     for (const IOState& state : states) {
         const auto found = m_AlarmIns.find(state.getId());
         int alarm = 0;
@@ -130,7 +159,6 @@ int IOAlarmInManager::notifyAlarmConsumers(bool isVirtual) {
             notifyChange(state.getId(), isVirtual, alarm);
         }
     }
-    return 0;
 }
 
 void IOAlarmInManager::notifyChange(int id, bool isVirtual, int alarm) {

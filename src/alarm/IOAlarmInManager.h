@@ -11,6 +11,7 @@
 #include "platform/base/Export.h"
 #include "platform/base/Mutex.h"
 
+#include <atomic>
 #include <map>
 #include <vector>
 
@@ -63,17 +64,18 @@ public:
 
     /// Reads and judges all inputs and sends one message for each whose alarm state changed; the
     /// first call after init() reports the present state of every input. Returns 0.
-    int notifyAlarmConsumers(bool isVirtual) NVRHW_EXCLUDES(m_NotifyMutex, m_Mutex);
+    /// When others judge while this call is reading, it reads once more, and leaves it at theirs
+    /// if that happens twice: the later of them have been read after this call began.
+    int notifyAlarmConsumers(bool isVirtual) NVRHW_EXCLUDES(m_Mutex);
 
 private:
+    void judge(const std::vector<IOState>& states, bool isVirtual) NVRHW_REQUIRES(m_Mutex);
     void notifyChange(int id, bool isVirtual, int alarm) NVRHW_REQUIRES(m_Mutex);
 
     AlarmInTable m_AlarmIns NVRHW_GUARDED_BY(m_Mutex);
     XQMutex m_Mutex; // guards the table and every call into an input
 
-    // Taken before m_Mutex, for a notification from its read to its last message: levels that were
-    // read first must not be judged last, or an input would be left in a state it has left.
-    XQMutex m_NotifyMutex;
+    std::atomic<unsigned> m_Judgements{0}; // of batches; changed under m_Mutex, read without
 
     SafePointer<HardwareConfigItemList> m_AlarmInConfigItemList;
     SafePointer<GPIOOperator> m_GPIOOperator;

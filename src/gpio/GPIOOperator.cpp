@@ -1,3 +1,28 @@
+// A line has a record in the map or it has none. A timed set() puts one there or gives it new
+// settings; a set() that holds for good takes it out, and so does the pass of the worker that ends
+// it. The worker is off until the first record; it is put on before a record comes, and off when a
+// caller's removal leaves none. The record lock guards the records and is held for a whole pass of
+// the worker, its drives included. The control lock makes one of running() and start(), and orders
+// them with stop(); nobody holds both locks. Callers drive with no lock at all, so that a pass that
+// hangs in the driver keeps no other line from being switched. Three things must never be seen:
+//
+// A line left at a level of the worker's that a caller has replaced. A caller notes the count of
+// the worker's drives, drives, and gets the record lock to change the record; the worker counts a
+// drive when it has ended. A drive that the note includes was over before the caller's own. One
+// that it does not include either ended before the caller got the lock: then the line's last drive
+// has a higher number than the note, and the caller drives again before it lets go of the lock. Or
+// it begins after the caller has let go: then it follows the caller's record.
+//
+// A record that no worker serves. The worker is on before a record is inserted, but somebody who
+// found the map empty earlier may stop it in between. The inserter counts its insertion and then
+// looks whether the worker was stopped; who stops marks the stop and then looks whether something
+// was inserted since it found the map empty. These are sequentially consistent atomics, so at least
+// one of the two sees the other, and starts the worker again under the control lock, unless
+// somebody has done so by then.
+//
+// A guard at work where nobody interfered: the level is driven once, start() and stop() of the
+// thread are called once. A thread class whose running() lags behind its start() would refuse a
+// second start(), and the caller would drop a record that is served.
 #include "gpio/GPIOOperator.h"
 
 #include "platform/Diagnostics.h"
@@ -65,7 +90,7 @@ int GPIOOperator::set(int group, int bit, int operateMode, int level, int stopLe
         pulse(group, bit, level);
         return 1;
     }
-    const Watermark before = watermark(group, bit);
+    const std::uint64_t before = m_Drives;
     m_GPIO->set(group, bit, level);
     if (operateMode == GPIOOperateRecord::HOLD && timeOut == 0) {
         removeRecord(group, bit, level, before);
@@ -95,37 +120,33 @@ void GPIOOperator::pulse(int group, int bit, int level) {
     m_GPIO->set(group, bit, inverse(level));
 }
 
-GPIOOperator::Watermark GPIOOperator::watermark(int group, int bit) {
-    const XQMutexManager guard(m_RecordMutex, SOURCE, __LINE__);
-    return {m_Records.count(getRecordKey(group, bit)) != 0, m_WorkerDrives};
-}
-
-void GPIOOperator::settleLevel(int group, int bit, int level, const Watermark& before) {
-    if (before.recorded && before.drives != m_WorkerDrives) {
+void GPIOOperator::settleLevel(int group, int bit, int level, std::uint64_t before) {
+    const auto last = m_LastDrives.find(getRecordKey(group, bit));
+    if (last != m_LastDrives.end() && last->second > before) {
         m_GPIO->set(group, bit, level);
     }
 }
 
-void GPIOOperator::removeRecord(int group, int bit, int level, const Watermark& before) {
+void GPIOOperator::removeRecord(int group, int bit, int level, std::uint64_t before) {
     bool idle = false;
+    unsigned insertions = 0;
     {
         const XQMutexManager guard(m_RecordMutex, SOURCE, __LINE__);
         m_Records.erase(getRecordKey(group, bit));
         settleLevel(group, bit, level, before);
         idle = m_Records.empty();
+        insertions = m_Insertions;
     }
     if (!idle) {
         return;
     }
     stop();
-    // Another caller may have found the worker running and added its record before it ended.
-    if (!isIdle()) {
-        start();
+    if (insertions != m_Insertions && !isIdle()) {
+        startIfStopped();
     }
 }
 
-int GPIOOperator::keepRecord(const GPIOOperateRecord& settings, int level,
-                             const Watermark& before) {
+int GPIOOperator::keepRecord(const GPIOOperateRecord& settings, int level, std::uint64_t before) {
     const int key = getRecordKey(settings.getGroup(), settings.getBitPosition());
     {
         const XQMutexManager guard(m_RecordMutex, SOURCE, __LINE__);
@@ -133,6 +154,7 @@ int GPIOOperator::keepRecord(const GPIOOperateRecord& settings, int level,
         if (found == m_Records.end()) {
             const SafePointer<GPIOOperateRecord> record(new (SOURCE, __LINE__) GPIOOperateRecord);
             found = m_Records.insert({key, record}).first;
+            ++m_Insertions;
         }
         GPIOOperateRecord& record = *found->second.operator->();
         record = settings;
@@ -140,8 +162,7 @@ int GPIOOperator::keepRecord(const GPIOOperateRecord& settings, int level,
         record.setLastOperateTime(GPIOOperateRecord::now());
         record.setStartOperateTime(record.getLastOperateTime());
     }
-    // Another caller may have stopped the worker between its start and the insertion.
-    if (start() != 0) {
+    if (startIfStopped() != 0) {
         return 1;
     }
     const XQMutexManager guard(m_RecordMutex, SOURCE, __LINE__);
@@ -156,11 +177,28 @@ bool GPIOOperator::isIdle() {
 
 int GPIOOperator::start() {
     const XQMutexManager guard(m_ControlMutex, SOURCE, __LINE__);
-    return m_Thread->running() != 0 || m_Thread->start() != 0 ? 1 : 0;
+    return startWorker();
+}
+
+int GPIOOperator::startWorker() {
+    if (m_Thread->running() == 0 && m_Thread->start() == 0) {
+        return 0;
+    }
+    m_Stopped = false;
+    return 1;
+}
+
+int GPIOOperator::startIfStopped() {
+    if (!m_Stopped) {
+        return 1;
+    }
+    const XQMutexManager guard(m_ControlMutex, SOURCE, __LINE__);
+    return m_Stopped ? startWorker() : 1;
 }
 
 void GPIOOperator::stop() {
     const XQMutexManager guard(m_ControlMutex, SOURCE, __LINE__);
+    m_Stopped = true;
     m_Thread->stop();
 }
 
@@ -177,19 +215,22 @@ int GPIOOperator::execOperation() {
 }
 
 bool GPIOOperator::operate(GPIOOperateRecord& record) {
-    const int group = record.getGroup();
-    const int bit = record.getBitPosition();
     if (record.isTimeToStop()) {
-        m_GPIO->set(group, bit, record.getStopLevel() ? 1 : 0);
-        ++m_WorkerDrives;
+        drive(record, record.getStopLevel());
         return true;
     }
     if (record.isTimeToOperation()) {
         const bool level = record.getCurrentLevel();
-        m_GPIO->set(group, bit, level ? 1 : 0);
-        ++m_WorkerDrives;
+        drive(record, level);
         record.setCurrentLevel(!level);
         record.setLastOperateTime(GPIOOperateRecord::now());
     }
     return false;
+}
+
+void GPIOOperator::drive(const GPIOOperateRecord& record, bool level) {
+    const int group = record.getGroup();
+    const int bit = record.getBitPosition();
+    m_GPIO->set(group, bit, level ? 1 : 0);
+    m_LastDrives[getRecordKey(group, bit)] = ++m_Drives; // after the drive, never before
 }

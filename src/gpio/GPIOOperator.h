@@ -8,6 +8,7 @@
 #include "platform/base/Export.h"
 #include "platform/base/Mutex.h"
 
+#include <atomic>
 #include <cstdint>
 #include <map>
 #include <vector>
@@ -78,29 +79,30 @@ public:
 private:
     using RecordMap = std::map<std::int32_t, SafePointer<GPIOOperateRecord>>;
 
-    /// What the worker had done before a caller drove a line that may still have a record: when it
-    /// drives once more before the caller has the record replaced or removed, the caller's level
-    /// would be lost, and with it an alarm or its cancellation.
-    struct Watermark {
-        bool recorded;
-        unsigned drives;
-    };
-
     void pulse(int group, int bit, int level);
-    Watermark watermark(int group, int bit) NVRHW_EXCLUDES(m_RecordMutex);
-    void settleLevel(int group, int bit, int level, const Watermark& before)
+    void settleLevel(int group, int bit, int level, std::uint64_t before)
         NVRHW_REQUIRES(m_RecordMutex);
-    void removeRecord(int group, int bit, int level, const Watermark& before)
+    void removeRecord(int group, int bit, int level, std::uint64_t before)
         NVRHW_EXCLUDES(m_RecordMutex, m_ControlMutex);
-    int keepRecord(const GPIOOperateRecord& settings, int level, const Watermark& before)
+    int keepRecord(const GPIOOperateRecord& settings, int level, std::uint64_t before)
         NVRHW_EXCLUDES(m_RecordMutex, m_ControlMutex);
     bool isIdle() NVRHW_EXCLUDES(m_RecordMutex);
+    int startWorker() NVRHW_REQUIRES(m_ControlMutex);
+    int startIfStopped() NVRHW_EXCLUDES(m_RecordMutex, m_ControlMutex);
     bool operate(GPIOOperateRecord& record) NVRHW_REQUIRES(m_RecordMutex);
+    void drive(const GPIOOperateRecord& record, bool level) NVRHW_REQUIRES(m_RecordMutex);
 
     SafePointer<GThread> m_Thread;
     XQMutex m_ControlMutex; // serialises start() and stop(); never held together with the other
     XQMutex m_RecordMutex;
     RecordMap m_Records NVRHW_GUARDED_BY(m_RecordMutex);
     SafePointer<IGPIO> m_GPIO;
-    unsigned m_WorkerDrives NVRHW_GUARDED_BY(m_RecordMutex) = 0;
+
+    // What the guards against races look at; changed under a lock, read without.
+    std::atomic<std::uint64_t> m_Drives{0}; // the worker's, all lines together
+    std::atomic<unsigned> m_Insertions{0};
+    std::atomic<bool> m_Stopped{true}; // stop() came after the last successful start
+
+    // For each line that the worker has driven, the number of its last drive of it.
+    std::map<std::int32_t, std::uint64_t> m_LastDrives NVRHW_GUARDED_BY(m_RecordMutex);
 };

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "platform/base/Export.h"
-#include "platform/base/Mutex.h"
 
-#include <atomic>
 #include <functional>
+#include <memory>
 #include <string>
 
 /// Process-wide switches. Never destroyed; thread-safe.
@@ -18,8 +17,8 @@ public:
     GlobalEnv& operator=(const GlobalEnv&) = delete;
 
     /// Non-zero when trace lines are wanted on standard output.
-    int getPrintFlag() const { return m_PrintFlag.load(std::memory_order_relaxed); }
-    void setPrintFlag(int flag) { m_PrintFlag.store(flag, std::memory_order_relaxed); }
+    int getPrintFlag() const;
+    void setPrintFlag(int flag);
 
     /// The directory below which the board's absolute paths are looked up; "/" on a board, a
     /// folder with the same tree below it on any other machine. Set it before anything is started.
@@ -32,11 +31,10 @@ public:
 
 private:
     GlobalEnv();
-    ~GlobalEnv() = default;
+    ~GlobalEnv();
 
-    std::atomic<int> m_PrintFlag{0};
-    mutable XQMutex m_Mutex;
-    std::string m_RootDirectory NVRHW_GUARDED_BY(m_Mutex);
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };
 
 /// What a log record says; the texts live only for the call that hands it over.

@@ -36,20 +36,12 @@ private:
     bool m_SupportRecordFlag = false;
 };
 
-/// Reads the file-system ability document:
-///
-///     <FileSystemAbilityConfig>
-///         <FileSystemAbility>
-///             <item id="1" name="ext4" maxPartitionSize="16384"
-///                   supportFormatFlag="true" supportRecordFlag="true"/>
-///         </FileSystemAbility>
-///     </FileSystemAbilityConfig>
+/// Reads the file-system ability document, which docs/configuration.md describes.
 class NVRHW_API FileSystemAbilityConfig {
 public:
     /// Replaces `abilities` by the file systems of the document, in its order. Non-zero on
-    /// success; 0, with the cause in the log and `abilities` untouched, when the document cannot
-    /// be read, has no FileSystemAbility section, or an item without id or name or with a value
-    /// that does not convert.
+    /// success; 0, with the cause in the log and `abilities` untouched, when the document, a path
+    /// of the board, cannot be read or has a bad item.
     static int parseFileSystemAbilityConfig(const std::string& fileName,
                                             std::vector<FileSystemAbility>& abilities);
 };

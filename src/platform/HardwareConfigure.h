@@ -6,6 +6,7 @@
 #include "platform/base/Export.h"
 
 #include <list>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -89,29 +90,22 @@ public:
     virtual int getConfig(SafePointer<HardwareConfigItemList>& list) = 0;
 };
 
-/// Reads a section of GPIO lines:
-///
-///     <GPIOAlarmIn>
-///         <item id="1" group="0" bitPosition="4" validLevel="1"/>
-///         <item id="2" group="0" bitPosition="5" validLevel="0" name="gate" debounce="20"
-///               bias="pull-up"/>
-///     </GPIOAlarmIn>
-///
-/// Four attributes are required in every item: id (any int), group (0 to 32767), bitPosition
-/// (0 to 65535), validLevel (0 or 1). Four may be there: name (any text), debounce (0 to 10000
-/// milliseconds), bias (pull-up, pull-down or disabled), drive (push-pull, open-drain or
-/// open-source). One bad item fails the section: a wrong line must never be driven. A section
-/// without items is an empty list; a missing section is a failure.
+/// Reads a section of GPIO lines into GPIOSignalConfigItems. One bad item fails the section: a
+/// wrong line must never be driven. A section without items is an empty list; a missing section is
+/// a failure. docs/configuration.md has the file.
 ///
 /// A section that was read whole makes its settings those of its lines in this process, for every
 /// use from then on; of several items for a line the last counts.
 class NVRHW_API GPIOSignalConfigure : public IHardwareConfigure {
 public:
-    void setConfigName(const std::string& name) override { m_ConfigName = name; }
-    void setConfigFileName(const std::string& fileName) override { m_ConfigFileName = fileName; }
+    GPIOSignalConfigure();
+    ~GPIOSignalConfigure() override;
+
+    void setConfigName(const std::string& name) override;
+    void setConfigFileName(const std::string& fileName) override;
     int getConfig(SafePointer<HardwareConfigItemList>& list) override;
 
 private:
-    std::string m_ConfigName;
-    std::string m_ConfigFileName;
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

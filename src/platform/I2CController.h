@@ -2,8 +2,8 @@
 
 #include "platform/base/Allocation.h"
 #include "platform/base/Export.h"
-#include "platform/base/Mutex.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -63,5 +63,6 @@ public:
                        const std::vector<unsigned char>& values) override;
 
 private:
-    XQMutex m_TransferMutex; ///< held for an operation on registers
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

@@ -35,17 +35,10 @@ private:
     std::string m_ProductionDate;
 };
 
-/// Reads the machine information file:
-///
-///     [machine]
-///     manufacturer = ...
-///     model = ...
-///     serialNumber = ...
-///     hardwareVersion = ...
-///     productionDate = 2026-11-02
+/// Reads the machine information file, which docs/configuration.md describes.
 class NVRHW_API SystemInfoParser {
 public:
-    /// Non-zero on success; 0, with the cause in the log and `info` untouched, when the file
-    /// cannot be read or has a line that is neither section, key nor comment.
+    /// Non-zero on success; 0, with the cause in the log and `info` untouched, when the file, a
+    /// path of the board, cannot be read or has a bad line.
     static int parseMachineInfo(const std::string& fileName, MachineInfo& info);
 };

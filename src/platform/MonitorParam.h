@@ -58,16 +58,7 @@ private:
     int m_Brightness = 50;
 };
 
-class MonitorParamStore;
-
-/// The monitor parameters of one XML file.
-///
-///     <MonitorParamConfig>
-///         <Monitor>
-///             <item monitorId="0" type="1" resolutionId="3" enabled="true" x="0" y="0"
-///                   width="1920" height="1080" refreshRate="60" brightness="50"/>
-///         </Monitor>
-///     </MonitorParamConfig>
+/// The monitor parameters of one file, which docs/configuration.md describes.
 ///
 /// Every operation reads the file anew, so that several processes may share it. It is replaced
 /// whole: a crash or a power cut leaves the old or the new content. Thread-safe. A missing file
@@ -94,5 +85,6 @@ public:
     int getAllMonitorParam(std::vector<MonitorParam>& params);
 
 private:
-    std::unique_ptr<MonitorParamStore> m_Store;
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

@@ -3,6 +3,7 @@
 #include "platform/base/Allocation.h"
 #include "platform/base/Export.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,12 @@ class NVRHW_API NetController : public INetController {
 public:
     NVRHW_TRACKED
 
+    NetController();
+    ~NetController() override;
     int getInterfaces(std::vector<NetInterface>& interfaces) override;
     int getInterface(const std::string& name, NetInterface& found) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

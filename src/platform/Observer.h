@@ -20,8 +20,6 @@ public:
     virtual void update(IMessage* message) = 0;
 };
 
-class ObserverList;
-
 /// Keeps observers and hands messages to them. All operations may be called from any thread and
 /// from inside a notification.
 class NVRHW_API ISubject {
@@ -49,5 +47,6 @@ public:
     int notifyObserver(IMessage* message);
 
 private:
-    std::unique_ptr<ObserverList> m_Observers;
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

@@ -3,6 +3,7 @@
 #include "platform/base/Export.h"
 
 #include <map>
+#include <memory>
 #include <string>
 
 /// The software installed on this machine. A key that the file does not have is empty.
@@ -34,16 +35,16 @@ private:
     Components m_Components;
 };
 
-/// Reads the package version file:
-///
-///     [package]
-///     name = ...
-///     version = ...
-///     buildDate = 2026-11-02
-///     [components]
-///     <component> = <version>
+/// Reads the package version file, which docs/configuration.md describes.
 class NVRHW_API SoftwarePackageParser {
 public:
+    SoftwarePackageParser();
+    ~SoftwarePackageParser();
+
     /// As SystemInfoParser::parseMachineInfo().
     int parse(const std::string& fileName, SoftwarePackage& package);
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

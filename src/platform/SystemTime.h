@@ -2,9 +2,8 @@
 
 #include "platform/base/Allocation.h"
 #include "platform/base/Export.h"
-#include "platform/base/Mutex.h"
 
-#include <functional>
+#include <memory>
 #include <string>
 
 /// A moment in UTC, to the second. A valid one is a day of the Gregorian calendar from 1970 to 9999
@@ -41,18 +40,13 @@ public:
     virtual int setHardwareFromSystem() = 0;
 };
 
-class HardwareClock;
-
-/// The clock that the configuration file names, a device of the kernel below the root directory: a
-/// simulated board has none, so that nothing sets the clocks of the machine it is played on.
+/// The clock that the configuration file names; docs/configuration.md describes the file. The
+/// clock's device is a path of the board: a simulated board has none, so that nothing sets the
+/// clocks of the machine it is played on.
 ///
-/// The file is an XML document with one element Device, as its root or below: `path` is the device,
-/// and `utc` says whether it runs in UTC (true, also when it does not stand there) or in the local
-/// time of the process. In local time, the hour that comes twice at the end of summer time is taken
-/// for one of the two, and so may come back shifted by an hour.
-///
-/// Setting either clock needs the capability CAP_SYS_TIME, and the kernel lets one process at a
-/// time open the real-time clock.
+/// A clock may run in local time: the hour that comes twice at the end of summer time is then taken
+/// for one of the two, and so may come back shifted by an hour. Setting either clock may need a
+/// privilege.
 class NVRHW_API SystemTime : public ISystemTime {
 public:
     NVRHW_TRACKED
@@ -60,9 +54,9 @@ public:
     SystemTime();
     ~SystemTime() override;
 
-    /// Reads the configuration file; where there is none, a log line says so and /dev/rtc0 in UTC
-    /// is taken. 0 when the file cannot be used: the other operations then fail, as they do before
-    /// init(). It does not look whether there is a clock.
+    /// Reads the configuration file; where there is none, a log line says what is taken instead. 0
+    /// when the file cannot be used: the other operations then fail, as they do before init(). It
+    /// does not look whether there is a clock.
     int init() override;
     int getHardwareTime(DateTime& utc) override;
     int setHardwareTime(const DateTime& utc) override;
@@ -73,9 +67,6 @@ public:
     std::string m_ConfigFileName;
 
 private:
-    int withClock(int line, const std::function<void(const HardwareClock&)>& action);
-
-    XQMutex m_Mutex;                                    ///< held for each operation
-    std::string m_DevicePath NVRHW_GUARDED_BY(m_Mutex); ///< empty when none is configured
-    bool m_IsUtc NVRHW_GUARDED_BY(m_Mutex) = true;
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

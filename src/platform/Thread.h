@@ -7,8 +7,6 @@
 #include <memory>
 #include <string>
 
-class ThreadControl;
-
 /// A thread that runs a callable again and again until it is stopped.
 ///
 /// Stop contract: stop() asks the thread to end, cuts short a TarvikTime::wait() it is in, and
@@ -44,5 +42,6 @@ public:
     static int emptyFun();
 
 private:
-    std::unique_ptr<ThreadControl> m_Control;
+    struct Impl;
+    std::unique_ptr<Impl> m_Impl;
 };

@@ -1,13 +1,13 @@
 #include "alarm/IOAlarmInManager.h"
 
 #include "alarm/GPIOAlarmIn.h"
+#include "alarm/IOAlarmInListener.h"
 #include "platform/Diagnostics.h"
 #include "platform/Time.h"
 #include "support/AlarmBench.h"
 #include "support/AlarmRecorder.h"
 
-#include <atomic>
-#include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -134,6 +134,14 @@ TEST_F(IOAlarmInManagerTest, KeepsAValidLevelPerInput) {
     EXPECT_EQ(m_Manager.setValidLevel(7, 1) + m_Manager.getValidLevel(7, level), 2);
     EXPECT_EQ(level, 1);
     EXPECT_EQ(notify(), "1=0 2=1 7=1");
+
+    std::vector<IOInfo> infos(3); // what was in it goes
+    const auto list = m_Detail->getAlarmInConfigItemList();
+    NS_IOAlarmInManager::changeGPIOSignalConfigItem2IOInfo(
+        {dynamic_pointer_cast<GPIOSignalConfigItem>(list->getHardwareConfigItemList().back())},
+        infos);
+    ASSERT_EQ(infos.size(), 1U);
+    EXPECT_EQ(infos[0].getId() * 100 + infos[0].getGroupId() * 10 + infos[0].getBitPosion(), 215);
 }
 
 // A listener that calls back into the manager would wait for itself for ever.
@@ -148,24 +156,79 @@ TEST_F(IOAlarmInManagerTest, AListenerThatCallsBackIsToldSo) {
     EXPECT_EQ(second.take(), "1=0 2=1 7=0") << "the others are served";
 }
 
-// Of two notifications at the same time, the one with the older levels must not come last.
-TEST_F(IOAlarmInManagerTest, OldLevelsAreNotJudgedAfterNewOnes) {
+// While one notification is in the driver, others come, read and judge: the levels that it has read
+// are old then, and when that happens twice, its own task is done.
+TEST_F(IOAlarmInManagerTest, ReadsAgainWhenOthersCameFirst) {
     notify();
-    std::thread second;
-    std::atomic<bool> first{true};
-    m_Driver->m_OnBatch = [&] {
-        if (!first.exchange(false)) {
-            return;
-        }
-        // The first one has just read its levels.
-        m_Driver->setLevel(0, 0, 1);
-        second = std::thread([&] { m_Manager.notifyAlarmConsumers(false); });
-        std::this_thread::sleep_for(std::chrono::milliseconds(20)); // the time to go wrong in
-    };
-    m_Driver->setLevel(0, 1, 1);
-    m_Manager.notifyAlarmConsumers(false);
-    second.join();
-    EXPECT_EQ(m_Listener.take(), "2=0 2=1 1=1 2=0 2=1");
+    int level = 0;
+    const struct {
+        int overtaken, readings;
+        const char* messages;
+    } rows[] = {{0, 1, ""}, {1, 3, "1=1"}, {2, 4, "1=0 1=1"}, {1, 3, "1=0"}};
+    for (const auto& row : rows) {
+        int left = row.overtaken;
+        int readings = 0;
+        bool inside = false;
+        m_Driver->m_OnBatch = [&] {
+            ++readings;
+            m_Manager.notifyAlarmConsumers(true); // judges nothing, and therefore does not count
+            if (!inside && left-- > 0) {
+                inside = true;
+                m_Driver->setLevel(0, 0, level = 1 - level);
+                m_Manager.notifyAlarmConsumers(false);
+                inside = false;
+            }
+        };
+        EXPECT_EQ(notify(), row.messages);
+        EXPECT_EQ(readings, row.readings);
+    }
+}
+
+/// Writes down what is asked of it, and answers 7 where it is told to fail.
+class FakeDetect : public IGPIODetect {
+public:
+    NVRHW_TRACKED
+
+    int open() override { return call("open"); }
+    void close() override { call("close"); }
+    int setSignalHandler(int signal, Handler handler) override {
+        return call(handler == &IOAlarmInListener::notifyAlarm ? std::to_string(signal) : "?");
+    }
+    int addDetectLine(int processId, int group, int bit) override {
+        return call(processId != getpid() ? "?"
+                                          : std::to_string(group) + "/" + std::to_string(bit));
+    }
+    int removeDetectLine(int, int, int) override { return call("remove"); }
+    int startDetect() override { return call("start"); }
+    int stopDetect() override { return call("stop"); }
+
+    std::string m_Failing;
+    std::string m_Journal;
+
+private:
+    int call(const std::string& what) {
+        m_Journal += what + " ";
+        return what == m_Failing ? 7 : 0;
+    }
+};
+
+TEST_F(IOAlarmInManagerTest, AListenerThatCannotStartClosesTheDetector) {
+    auto* detect = new ("test", __LINE__) FakeDetect;
+    IOAlarmInListener listener{SafePointer<IGPIODetect>(detect)};
+    listener.setMachineConfigurationDetail(m_Detail);
+    const std::pair<const char*, const char*> rows[] = {
+        {"stop", "open 10 0/0 0/1 1/4 1/5 start stop "},
+        {"open", "open stop "},
+        {"10", "open 10 close stop "},
+        {"1/4", "open 10 0/0 0/1 1/4 close stop "},
+        {"start", "open 10 0/0 0/1 1/4 1/5 start close stop "}};
+    for (const auto& [failing, calls] : rows) {
+        detect->m_Failing = failing;
+        const bool starts = detect->m_Failing == "stop";
+        EXPECT_EQ(listener.start(), starts ? 1 : 0);
+        EXPECT_EQ(listener.stop(), starts ? 7 : 0);
+        EXPECT_EQ(std::exchange(detect->m_Journal, {}), calls);
+    }
 }
 
 } // namespace

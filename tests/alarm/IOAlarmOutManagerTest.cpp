@@ -131,6 +131,7 @@ TEST_F(IOAlarmOutManagerTest, BothManagersTakeManyCallers) {
             m_Driver->setLevel(0, 0, i % 2);
             inputs.notifyAlarmConsumers(false);
         }),
+        repeat([&](int) { inputs.notifyAlarmConsumers(false); }),
         repeat([&](int i) { inputs.setValidLevel(1, i % 2); }),
     };
     for (std::thread& caller : callers) {

@@ -6,12 +6,58 @@
 #include "support/ManualClock.h"
 
 #include <atomic>
-#include <filesystem>
-#include <fstream>
+#include <dlfcn.h>
+#include <functional>
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <thread>
 #include <utility>
+
+namespace {
+
+/// The calls that reach the operator's thread: written down here, then passed on to the real ones.
+struct ThreadCalls {
+    static inline bool kept = false; // while only one thread at a time makes them
+    static inline std::string journal;
+    static inline bool late = false;     // it runs, but does not say so yet
+    static inline bool refuses = false;  // to be started, as a late one the second time
+    static inline bool starting = false; // it may call itself
+    static inline std::function<void()> onStop;
+
+    static void note(const char* call) { journal += kept ? call : ""; }
+    static std::string take() { return std::exchange(journal, {}); }
+};
+
+template <typename Result, typename Thread> Result pass(const char* symbol, Thread* thread) {
+    return reinterpret_cast<Result (*)(Thread*)>(dlsym(RTLD_NEXT, symbol))(thread);
+}
+
+} // namespace
+
+int GThread::running() const {
+    ThreadCalls::note(ThreadCalls::starting ? "" : "running ");
+    const int real = pass<int>("_ZNK7GThread7runningEv", this);
+    return ThreadCalls::late && !ThreadCalls::starting ? 0 : real;
+}
+
+int GThread::start() {
+    if (std::exchange(ThreadCalls::refuses, ThreadCalls::late)) {
+        return 0;
+    }
+    ThreadCalls::note("start ");
+    ThreadCalls::starting = true;
+    const int result = pass<int>("_ZN7GThread5startEv", this);
+    ThreadCalls::starting = false;
+    return result;
+}
+
+void GThread::stop() {
+    ThreadCalls::note("stop ");
+    if (ThreadCalls::onStop) {
+        ThreadCalls::onStop();
+    }
+    pass<void>("_ZN7GThread4stopEv", this);
+}
 
 namespace {
 
@@ -75,33 +121,16 @@ TEST(GPIOOperateRecord, JudgesItsTimesAtTheBoundaries) {
     }
 }
 
-bool workerRuns() {
-    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
-        std::string name;
-        std::getline(std::ifstream(task.path() / "comm"), name);
-        if (name == "GPIOOperationTh") {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// A thread that was joined may stay listed for a moment.
-bool workerEnds() {
-    for (int i = 0; workerRuns() && i < 100000; ++i) {
-        std::this_thread::yield();
-    }
-    return !workerRuns();
-}
-
 /// Passes are run by the test, in virtual time; the operator's own worker is parked in its first
 /// wait.
 class GPIOOperatorTest : public testing::Test {
 protected:
     GPIOOperatorTest() : m_Driver(new ("test", __LINE__) FakeGPIO) {
         m_Operator.setGPIO(SafePointer<IGPIO>(m_Driver));
+        ThreadCalls::kept = true;
+        ThreadCalls::take();
     }
-    ~GPIOOperatorTest() noexcept override {}
+    ~GPIOOperatorTest() noexcept override { ThreadCalls::kept = false; }
 
     std::string journalAfter(int passes) {
         for (int i = 0; i < passes; ++i) {
@@ -130,11 +159,12 @@ TEST_F(GPIOOperatorTest, CarriesOutEachModeOnThePassGrid) {
         {"hold for good", HOLD, 1, 0, 0, 0, 4, "0:2/1=1", false},
         {"hold for a time", HOLD, 1, 0, 0, 420, 12, "0:2/1=1 450:2/1=0", false},
         {"hold to a boundary", HOLD, 1, 0, 0, 500, 12, "0:2/1=1 500:2/1=0 550:2/1=0", false},
-        {"toggle, stop level", TOGGLE, 1, 1, 4, 800, 20,
+        {"toggle, stop level", TOGGLE, 1, 2, 4, 800, 20,
          "0:2/1=1 250:2/1=0 500:2/1=1 750:2/1=0 850:2/1=1", false},
         {"toggle off the grid", TOGGLE, 0, 0, 7, 0, 8, "0:2/1=0 150:2/1=1 300:2/1=0", true},
         {"toggle at every pass", TOGGLE, 7, 0, 0, 0, 3, "0:2/1=7 50:2/1=0 100:2/1=1 150:2/1=0",
          true},
+        {"hold for less than no time", HOLD, 1, 0, 0, -1, 2, "0:2/1=1 50:2/1=0", false},
         {"pulse", PULSE, 0, 0, 5, 900, 4, "0:2/1=0 10:2/1=1", false},
         {"unknown, with time-out", 4, 1, 0, 9, 60, 3, "0:2/1=1 100:2/1=0", false},
         {"unknown, for good", 0, 1, 0, 9, 0, 9, "0:2/1=1", true},
@@ -173,63 +203,106 @@ TEST_F(GPIOOperatorTest, RestartsTheRecordOfALine) {
 }
 
 TEST_F(GPIOOperatorTest, RunsTheWorkerWhileThereAreRecords) {
-    EXPECT_TRUE(workerEnds()) << "that of the test before";
     m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
+    EXPECT_EQ(ThreadCalls::take(), "running start ");
     m_Operator.set(0, 2, TOGGLE, 1, 0, 1, 0);
-    EXPECT_TRUE(workerRuns());
+    m_Operator.set(0, 2, TOGGLE, 0, 0, 1, 0);
+    EXPECT_EQ(ThreadCalls::take(), "running running ");
     m_Operator.set(0, 2, HOLD, 0, 0, 0, 0);
-    EXPECT_TRUE(workerRuns());
-    journalAfter(1);
-    EXPECT_TRUE(workerRuns()) << "a pass does not stop it";
+    EXPECT_EQ(journalAfter(1), "0:0/1=1 0:0/2=1 0:0/2=0 0:0/2=0 50:0/1=0");
+    EXPECT_EQ(ThreadCalls::take(), "") << "neither another record's end nor a pass stops it";
     m_Operator.set(5, 5, HOLD, 0, 0, 0, 0);
-    EXPECT_TRUE(workerEnds()) << "a cancellation that finds no record does";
-    m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
-    EXPECT_TRUE(workerRuns());
+    EXPECT_EQ(ThreadCalls::take(), "stop ") << "a cancellation that finds no record does";
+
+    ThreadCalls::late = true;
+    EXPECT_EQ(m_Operator.set(0, 1, HOLD, 1, 0, 0, 40), 1);
+    EXPECT_TRUE(hasRecord(0, 1));
+    EXPECT_EQ(ThreadCalls::take(), "running start ");
+    ThreadCalls::late = false;
+
+    m_Operator.set(0, 1, HOLD, 0, 0, 0, 0);
+    m_Driver->takeJournal();
+    for (const int flag : {1, 0}) {
+        ThreadCalls::refuses = true;
+        GlobalEnv::getInstance()->setPrintFlag(flag);
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 0);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  flag != 0 ? "start gpio thread fail\n" : "");
+        EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=1");
+        EXPECT_FALSE(hasRecord(0, 1));
+    }
 }
 
 // The worker drives between the caller's own drive and the change of the record: the level that
 // the caller asked for must be the one that stays.
 TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
     const struct {
-        int mode, level, timeOut;
+        int mode, timeOut;
+        bool refuses; // to be started again after another caller's stop
         bool recordLeft;
-    } rows[] = {{HOLD, 1, 0, false}, {HOLD, 1, 5000, true}, {TOGGLE, 1, 5000, true}};
+        const char* calls;
+    } rows[] = {{HOLD, 0, false, false, "stop "},
+                {HOLD, 5000, false, true, "running stop running start "},
+                {TOGGLE, 5000, false, true, "running stop running start "},
+                {TOGGLE, 5000, true, false, "running stop running "}};
     for (const auto& row : rows) {
         m_Operator.set(0, 1, HOLD, 0, 0, 0, 40); // over at the next pass
-        bool between = true;
+        m_Operator.set(0, 2, TOGGLE, 0, 0, 0, 0);
+        int drives = 0;
+        Gate stops;
+        std::thread stopper;
         m_Driver->m_OnDrive = [&](FakeGPIO::Line, int) {
-            if (std::exchange(between, false)) {
+            if (++drives == 1) {
                 m_Operator.execOperation();
+            } else if (drives == 3) {
+                stopper = std::thread([&] { m_Operator.stop(); });
+                EXPECT_TRUE(stops.wait());
             }
         };
-        m_Operator.set(0, 1, row.mode, row.level, 0, 1, row.timeOut);
+        ThreadCalls::onStop = [&] {
+            ThreadCalls::refuses = row.refuses;
+            stops.open();
+        };
+        ThreadCalls::take();
+        EXPECT_EQ(m_Operator.set(0, 1, row.mode, 1, 0, 1, row.timeOut), row.refuses ? 0 : 1);
+        stopper.join();
+        ThreadCalls::onStop = nullptr;
         int level = -1;
         m_Operator.get(0, 1, level);
-        EXPECT_EQ(level, 1) << row.timeOut;
-        EXPECT_EQ(hasRecord(0, 1), row.recordLeft);
+        EXPECT_EQ(level, 1) << &row - rows;
+        EXPECT_EQ(hasRecord(0, 1), row.recordLeft) << &row - rows;
+        EXPECT_EQ(ThreadCalls::take(), row.calls);
+
+        drives = 0; // now the worker drives the other line alone: no reason to drive twice
+        m_Operator.set(0, 1, row.mode, 1, 0, 1, row.timeOut);
+        EXPECT_EQ(drives, 2);
         m_Driver->m_OnDrive = nullptr;
     }
 }
 
-TEST_F(GPIOOperatorTest, SaysWhenTheWorkerCannotStart) {
-    GlobalEnv::getInstance()->setPrintFlag(1);
-    pthread_attr_t usual;
-    pthread_getattr_default_np(&usual);
-    pthread_attr_t absurd;
-    pthread_attr_init(&absurd);
-    pthread_attr_setstacksize(&absurd, ~std::size_t{0xFFFF}); // no address space has it
-    pthread_setattr_default_np(&absurd);
-
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 0);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "start gpio thread fail\n");
-    EXPECT_EQ(m_Driver->takeJournal(), "0:0/1=1");
-    EXPECT_FALSE(hasRecord(0, 1));
-
-    pthread_setattr_default_np(&usual);
-    GlobalEnv::getInstance()->setPrintFlag(0);
-    EXPECT_EQ(m_Operator.set(0, 1, TOGGLE, 1, 0, 1, 0), 1);
-    EXPECT_TRUE(workerRuns());
+// A pass hangs in the driver, and what it drives changes last.
+TEST_F(GPIOOperatorTest, AHangingPassKeepsNoLineFromBeingDriven) {
+    m_Operator.set(0, 1, HOLD, 1, 0, 0, 40);
+    m_Driver->takeJournal();
+    Gate driven;
+    std::thread siren;
+    std::thread again;
+    m_Driver->m_OnDrive = [&](FakeGPIO::Line, int level) {
+        if (level == 1) {
+            driven.open();
+            return;
+        }
+        siren = std::thread([&] { m_Operator.set(0, 2, HOLD, 1, 0, 0, 0); });
+        EXPECT_TRUE(driven.wait(1));
+        again = std::thread([&] { m_Operator.set(0, 1, HOLD, 1, 0, 0, 5000); });
+        EXPECT_TRUE(driven.wait(2));
+        m_Driver->setLevel(0, 1, 0);
+    };
+    m_Operator.execOperation();
+    siren.join();
+    again.join();
+    EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=0 50:0/2=1 50:0/1=1 50:0/1=1");
 }
 
 /// Time that runs as fast as the worker can make passes.
@@ -254,8 +327,12 @@ TEST(GPIOOperatorRace, EveryRecordIsServed) {
     HurriedClock clock;
     auto* driver = new ("test", __LINE__) FakeGPIO;
     Gate ended;
+    std::atomic<bool> named{false};
     driver->m_OnDrive = [&](FakeGPIO::Line line, int level) {
         if (line == FakeGPIO::Line{1, 1} && level == 0) {
+            char name[16];
+            pthread_getname_np(pthread_self(), name, sizeof(name));
+            named = named || std::string(name) == "GPIOOperationTh"; // what the kernel keeps of it
             ended.open();
         }
     };
@@ -274,6 +351,7 @@ TEST(GPIOOperatorRace, EveryRecordIsServed) {
     }
     done = true;
     canceller.join();
+    EXPECT_TRUE(named);
 }
 
 } // namespace

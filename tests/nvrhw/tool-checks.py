@@ -1,7 +1,9 @@
 """What `nvrhw check` finds on broken boards, against what the library makes of them.
 
-Each folder of fixtures/check holds what is put over the sample board, a shell script "break" that
-is then run in it, and the output that is expected.
+The files of fixtures/check hold cases. A case begins with "=== NAME" and is put over the sample
+board and the case "base": "--- FILE" begins the content of the board's file of that name; lines
+with "$ " are then run by a shell in the board; lines with "> " are the findings that are expected,
+without the folder of a document. A NAME with a "!" is an error that the library does not see.
 """
 import concurrent.futures
 import os
@@ -16,23 +18,35 @@ from tool import TOOL, ToolTest
 
 LOADER = shlex.split(os.environ["NVRHW_LOADER"])
 FIXTURES = pathlib.Path(__file__).parents[1] / "fixtures/check"
-CLOCK_DEFAULT = re.compile(r".*: no such file: /dev/rtc0 in UTC is taken .*\n")
+CLOCK_DEFAULT = re.compile(r".*: no such file, nor .*: /dev/rtc0 in UTC is taken .*\n")
+FOLDER = re.compile(r"^\./(hd1|mnt)/\S*/", re.MULTILINE)
+
+
+def read_cases():
+    text = "".join(path.read_text() for path in sorted(FIXTURES.iterdir()))
+    return dict(re.findall(r"^=== (\S+)\n(.*?)(?=^===|\Z)", text, re.MULTILINE | re.DOTALL))
 
 
 class Checks(ToolTest):
+    cases = read_cases()
+
     def break_board(self, name):
         board = self.board.parent / name
-        for folder in (os.environ["NVRHW_SAMPLE_BOARD"], FIXTURES / "base", FIXTURES / name):
-            shutil.copytree(folder, board, dirs_exist_ok=True)
-        if (board / "break").exists():
-            subprocess.run(["sh", "-e", "break"], cwd=board, check=True)
+        shutil.copytree(os.environ["NVRHW_SAMPLE_BOARD"], board)
+        for case in (self.cases["base"], self.cases[name]):
+            files = r"^--- (\S+)\n(.*?)(?=^---|^\$ |^> |\Z)"
+            for file, content in re.findall(files, case, re.MULTILINE | re.DOTALL):
+                [path] = board.rglob(file)
+                path.write_text(content)
+            script = "\n".join(re.findall(r"^\$ (.*)", case, re.MULTILINE))
+            subprocess.run(["sh", "-ec", script], cwd=board, check=True)
         return board
 
     @staticmethod
     def check(board, *options):
         run = subprocess.run([*TOOL, "--board", ".", "check", *options], cwd=board, text=True,
                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
-        return run.returncode, run.stdout
+        return run.returncode, FOLDER.sub("", run.stdout)
 
     @staticmethod
     def loads(board):
@@ -44,16 +58,19 @@ class Checks(ToolTest):
         return (run.returncode, CLOCK_DEFAULT.sub("", run.stdout)) == (0, "loaded\n")
 
     def test_every_fault_is_found_and_errors_are_where_the_library_fails(self):
-        boards = [self.break_board(folder.name) for folder in sorted(FIXTURES.iterdir())]
-        self.assertGreater(len(boards), 20)
+        boards = {name: self.break_board(name) for name in self.cases}
+        self.assertGreater(len(boards), 40)
         with concurrent.futures.ThreadPoolExecutor(len(boards)) as pool:  # a failing one waits
-            loading = list(pool.map(self.loads, boards))
-        for board, loads in zip(boards, loading):
-            with self.subTest(board.name):
-                expected = (FIXTURES / board.name / "expected").read_text()
-                has_errors = ": error: " in expected
-                self.assertEqual(self.check(board), (1 if has_errors else 0, expected))
-                self.assertEqual(loads, not has_errors)
+            loading = dict(zip(boards, pool.map(self.loads, boards.values())))
+        for name, board in boards.items():
+            with self.subTest(name):
+                findings = re.findall(r"^> (.*\n)", self.cases[name], re.MULTILINE)
+                errors = sum(": error: " in finding for finding in findings)
+                counts = [f"{count} {kind}" + ("s" if count != 1 else "") for count, kind in
+                          ((errors, "error"), (len(findings) - errors, "warning"))]
+                expected = "".join(findings) + ", ".join(counts) + "\n"
+                self.assertEqual(self.check(board), (1 if errors else 0, expected))
+                self.assertEqual(loading[name], not errors or "!" in name)
 
     def test_json_and_strictness(self):
         self.assertEqual(self.check(self.board, "--strict"), (0, "0 errors, 0 warnings\n"))

@@ -2,40 +2,16 @@
 
 #include "Findings.h"
 
-#include <map>
-#include <set>
-#include <utility>
+#include <optional>
 
-/// Looks whether the parts of the ability document agree with each other and with the hardware
-/// configuration.
+/// Looks whether the parts of the ability document agree with each other, and other documents with
+/// it.
 class AbilityCheck {
 public:
-    /// A display resolution is named by its input type and its id.
-    using Resolution = std::pair<int, int>;
-    using Resolutions = std::set<Resolution>;
+    AbilityCheck() = delete;
 
-    AbilityCheck(Findings& findings, const XmlElement& root);
-
-    void check();
-
-    /// Compares the numbers of alarm lines with a section of the hardware configuration.
-    void checkAlarms(const XmlElement& hardware) const;
-
-    /// The resolutions of each monitor, by its id.
-    const std::map<int, Resolutions>& monitors() const { return m_Monitors; }
-
-private:
-    void readResolutions();
-    void checkMonitors();
-    void checkReference(const XmlElement& item, const Resolution& resolution);
-    void checkLayouts();
-    void checkWindows(const XmlElement& layout, int pictures);
-    void checkNetwork() const;
-    void checkPlayback() const;
-    std::string choiceOf(int type) const;
-
-    Findings& m_Findings;
-    const XmlElement m_Root;
-    Resolutions m_Resolutions;
-    std::map<int, Resolutions> m_Monitors;
+    /// The roots of the documents, as far as they could be read.
+    static void check(Findings& findings, const XmlElement& abilities,
+                      const std::optional<XmlElement>& hardware,
+                      const std::optional<XmlElement>& monitors);
 };

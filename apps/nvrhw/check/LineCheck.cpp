@@ -1,70 +1,202 @@
 #include "LineCheck.h"
 
+#include "board/documents/schema/HardwareSchema.h"
 #include "board/gpio/kernel/KernelChip.h"
 #include "board/gpio/simulated/SimulatedBank.h"
-#include "board/runtime/ErrnoText.h"
 
 #include <fcntl.h>
+#include <filesystem>
+#include <map>
+#include <set>
 #include <sys/stat.h>
 #include <unistd.h>
 
-LineCheck::LineCheck(Findings& findings, const std::string& device)
-    : m_Findings(findings), m_Device(device) {
-    struct stat info {};
-    const bool exists = stat(device.c_str(), &info) == 0;
-    m_IsPresent = exists && S_ISDIR(info.st_mode);
-    if (!m_IsPresent) {
-        const std::string cause =
-            exists ? "not a directory of banks" : std::generic_category().message(errno);
-        m_Findings.add({device, 0, Finding::ERROR, "GPIO device", cause});
-    }
+namespace {
+
+using Schema = HardwareSchema;
+
+constexpr char NOT_ENTERED[] = "the directory may not be entered";
+
+/// Whether this process may; else errno says why not.
+bool mayAccess(const std::string& path, int mode) {
+    return faccessat(AT_FDCWD, path.c_str(), mode, AT_EACCESS) == 0;
 }
 
-void LineCheck::check(const XmlElement& item, int group, int bit, Use use) {
-    const std::string bank = m_Device + "/" + std::to_string(group);
-    struct stat info {};
-    if (!m_IsPresent) {
-        return;
+/// "1, 2 and 5"
+template <typename Numbers> std::string listed(const Numbers& numbers) {
+    std::string text;
+    std::size_t left = numbers.size();
+    for (const int number : numbers) {
+        text += text.empty() ? "" : left == 1 ? " and " : ", ";
+        text += std::to_string(number);
+        --left;
     }
-    if (stat(bank.c_str(), &info) != 0) {
-        m_Findings.error(item,
-                         "the board has no bank " + std::to_string(group) + ": " + errnoText(bank));
-    } else if (S_ISCHR(info.st_mode)) {
-        checkChip(item, bank, bit);
-    } else if (S_ISDIR(info.st_mode)) {
-        const std::string cause = causeOf(group, bit, use);
-        if (!cause.empty()) {
-            m_Findings.error(item, cause);
+    return text;
+}
+
+/// The lines of one device.
+class DeviceLines {
+public:
+    DeviceLines(Findings& findings, const std::string& device)
+        : m_Findings(findings), m_Device(device) {
+        struct stat info {};
+        const bool exists = stat(device.c_str(), &info) == 0;
+        Cause fault = exists ? Cause{} : Cause::fromErrno(device);
+        if (exists && !S_ISDIR(info.st_mode)) {
+            fault = {"not a directory of banks", device};
+        } else if (exists && !mayAccess(device, X_OK)) {
+            fault = Cause::fromErrno(device, NOT_ENTERED);
         }
-    } else {
-        m_Findings.error(
-            item,
-            bank + ": not a bank, which is a GPIO chip or a directory with one file per line");
+        m_IsUsable = !fault;
+        if (fault) {
+            m_Findings.add(Finding::ERROR, "GPIO device", fault);
+        }
     }
-}
 
-// Looking at a chip requests no line of it.
-void LineCheck::checkChip(const XmlElement& item, const std::string& bank, int bit) {
-    Cause cause;
-    std::string holder;
-    const std::unique_ptr<KernelChip> chip = KernelChip::open(bank, cause);
-    if (chip == nullptr || !chip->has(bit, cause)) {
-        m_Findings.error(item, cause.text());
-    } else if (chip->isHeld(bit, holder)) {
-        m_Findings.warn(item, bank + ": line " + std::to_string(bit) + " is held by \"" + holder +
-                                  "\": only the recorder itself may hold it");
+    void check(const XmlElement& root) {
+        std::map<int, Lines> banks;
+        collect(root, false, banks);
+        collect(root, true, banks);
+        for (const auto& [group, lines] : banks) {
+            checkIsAlone(lines, group);
+            if (m_IsUsable) {
+                checkBank(lines, group);
+            }
+        }
     }
-}
 
-std::string LineCheck::causeOf(int group, int bit, Use use) const {
-    const std::string line = m_Device + "/" + std::to_string(group) + "/" + std::to_string(bit);
-    GPIOReading reading{group, bit};
-    SimulatedBank(m_Device, group).read({&reading});
-    if (reading.cause) {
-        return "the line cannot be read: " + reading.cause.text();
+private:
+    struct Line {
+        XmlElement item;
+        bool isOutput;
+        int bit;
+    };
+    using Lines = std::vector<Line>; ///< of one bank, in the order of the document
+
+    static void collect(const XmlElement& root, bool areOutputs, std::map<int, Lines>& banks) {
+        const ElementSchema& section = areOutputs ? Schema::OUTPUTS : Schema::INPUTS;
+        for (const XmlElement& item : root.children(section.name, XmlElement::ITEM)) {
+            const std::optional<int> group = item.numberIfGood(Schema::GROUP);
+            const std::optional<int> bit = item.numberIfGood(Schema::BIT_POSITION);
+            if (group && bit) {
+                banks[*group].push_back({item, areOutputs, *bit});
+            }
+        }
     }
-    if (use == OUTPUT && faccessat(AT_FDCWD, line.c_str(), W_OK, AT_EACCESS) != 0) {
-        return "the line cannot be driven: " + errnoText(line);
+
+    void checkIsAlone(const Lines& lines, int group) {
+        std::map<int, const Line*> seen; // by bit, the first
+        for (const Line& line : lines) {
+            const Line& first = *seen.emplace(line.bit, &line).first->second;
+            const std::string what = "the same group " + std::to_string(group) + ", bitPosition " +
+                                     std::to_string(line.bit) + " as in line " +
+                                     std::to_string(first.item.line());
+            if (first.isOutput != line.isOutput) {
+                m_Findings.error(line.item, what + ": an input and an output on one line");
+            } else if (&first != &line) {
+                m_Findings.warn(line.item, what);
+            }
+        }
     }
-    return "";
+
+    void checkBank(const Lines& lines, int group) {
+        const std::string bank = m_Device + "/" + std::to_string(group);
+        const Cause fault = bankFault(group, bank);
+        if (fault) {
+            addForAll(lines, fault);
+        } else if (std::filesystem::is_directory(bank)) {
+            for (const Line& line : lines) {
+                checkSimulated(line, group);
+            }
+        } else {
+            checkChip(lines, bank);
+        }
+    }
+
+    /// Why no line of a bank can be used; empty when they can.
+    Cause bankFault(int group, const std::string& bank) const {
+        struct stat info {};
+        if (stat(bank.c_str(), &info) != 0) {
+            return errno == ENOENT
+                       ? Cause{"the board has no bank " + std::to_string(group) + banks()}
+                       : Cause::fromErrno(bank);
+        }
+        if (S_ISDIR(info.st_mode)) {
+            return mayAccess(bank, X_OK) ? Cause{} : Cause::fromErrno(bank, NOT_ENTERED);
+        }
+        return S_ISCHR(info.st_mode)
+                   ? Cause{}
+                   : Cause{"not a bank, which is a GPIO chip or a directory with one file per line",
+                           bank};
+    }
+
+    /// What the board has instead, for the end of a sentence.
+    std::string banks() const {
+        std::set<int> groups;
+        std::error_code error;
+        for (const auto& entry : std::filesystem::directory_iterator(m_Device, error)) {
+            const std::string name = entry.path().filename();
+            if ((entry.is_directory(error) || entry.is_character_file(error)) && name.size() < 6 &&
+                name.find_first_not_of("0123456789") == std::string::npos) {
+                groups.insert(std::stoi(name));
+            }
+        }
+        return error ? "" : groups.empty() ? "; it has none" : "; it has " + listed(groups);
+    }
+
+    // Looking at a chip requests no line of it.
+    void checkChip(const Lines& lines, const std::string& bank) {
+        Cause cause;
+        const std::unique_ptr<KernelChip> chip = KernelChip::open(bank, cause);
+        if (chip == nullptr) {
+            addForAll(lines, cause);
+            return;
+        }
+        for (const Line& line : lines) {
+            if (!chip->has(line.bit, cause)) {
+                m_Findings.error(line.item, cause.text());
+            } else if (const std::string use = chip->describeUse(line.bit); !use.empty()) {
+                m_Findings.warn(line.item, bank + ": line " + std::to_string(line.bit) + " is " +
+                                               use + ": only the recorder itself may hold it");
+            }
+        }
+    }
+
+    void checkSimulated(const Line& line, int group) {
+        const std::string file =
+            m_Device + "/" + std::to_string(group) + "/" + std::to_string(line.bit);
+        GPIOReading reading{group, line.bit};
+        SimulatedBank(m_Device, group).read({&reading});
+        if (reading.cause) {
+            m_Findings.error(line.item, "the line cannot be read: " + reading.cause.text());
+        } else if (line.isOutput && !mayAccess(file, W_OK)) {
+            m_Findings.error(line.item,
+                             "the line cannot be driven: " + Cause::fromErrno(file).text());
+        }
+    }
+
+    /// One finding in the line of the first item, which names the lines of all.
+    void addForAll(const Lines& lines, const Cause& fault) {
+        std::set<int> places;
+        for (const Line& line : lines) {
+            places.insert(line.item.line());
+        }
+        m_Findings.error(lines.front().item,
+                         fault.text() +
+                             (places.size() < 2 ? "" : " (lines " + listed(places) + ")"));
+    }
+
+    Findings& m_Findings;
+    const std::string m_Device;
+    bool m_IsUsable = false;
+};
+
+} // namespace
+
+void LineCheck::check(Findings& findings, const std::string& device,
+                      const std::optional<XmlElement>& hardware) {
+    DeviceLines lines(findings, device);
+    if (hardware) {
+        lines.check(*hardware);
+    }
 }

@@ -1,6 +1,7 @@
 #include "commands/Commands.h"
 #include "config/Monitor.h"
 #include "generate/BashCompletion.h"
+#include "generate/ConfigurationTables.h"
 #include "generate/Manual.h"
 #include "lines/BoardLines.h"
 #include "print/Console.h"
@@ -26,21 +27,29 @@ std::string ids(const std::string& what) {
     return text;
 }
 
+std::string textOf(const std::string& what, const CLI::App& program) {
+    if (what == "bash") {
+        return BashCompletion(program).text();
+    }
+    if (what == "man") {
+        return Manual::text(program);
+    }
+    return what == "configuration" ? configurationTables() : ids(what);
+}
+
 } // namespace
 
 // The build and the completion call it, the help does not show it.
 void addGenerate(Commands& commands) {
     const auto what = std::make_shared<std::string>();
     const CLI::App& program = commands.program();
-    CLI::App& app = commands.add("generate", "Write the completion, a part of the manual, or ids",
+    CLI::App& app = commands.add("generate", "Write the completion, a part of a page, or ids",
                                  [what, &program](const Settings& /*settings*/) {
-                                     Console::print(*what == "bash" ? BashCompletion(program).text()
-                                                    : *what == "man" ? Manual::text(program)
-                                                                     : ids(*what));
+                                     Console::print(textOf(*what, program));
                                      return 0;
                                  });
     app.group(""); // hidden
     app.add_option("WHAT", *what)
         ->required()
-        ->check(CLI::IsMember({"bash", "man", "inputs", "outputs", "monitors"}));
+        ->check(CLI::IsMember({"bash", "man", "configuration", "inputs", "outputs", "monitors"}));
 }

@@ -4,6 +4,7 @@
 #include "board/devices/SysfsAttribute.h"
 #include "board/runtime/Guarded.h"
 #include "board/runtime/HexText.h"
+#include "platform/base/Mutex.h"
 
 #include <algorithm>
 #include <charconv>
@@ -62,7 +63,11 @@ std::vector<I2CBus> findBuses() {
 
 } // namespace
 
-I2CController::I2CController() = default;
+struct I2CController::Impl {
+    XQMutex transferMutex; // held for an operation on registers
+};
+
+I2CController::I2CController() : m_Impl(new Impl) {}
 
 I2CController::~I2CController() = default;
 
@@ -74,7 +79,7 @@ int I2CController::getBuses(std::vector<I2CBus>& buses) {
 
 int I2CController::readRegisters(int bus, int address, int firstRegister, int count,
                                  std::vector<unsigned char>& values) {
-    const XQMutexManager guard(m_TransferMutex, SOURCE, __LINE__);
+    const XQMutexManager guard(m_Impl->transferMutex, SOURCE, __LINE__);
     return guarded<std::runtime_error>(subjectOf(bus, address), SOURCE, __LINE__, [&] {
         values = I2CDevice(bus, address).read(firstRegister, count);
     });
@@ -82,7 +87,7 @@ int I2CController::readRegisters(int bus, int address, int firstRegister, int co
 
 int I2CController::writeRegisters(int bus, int address, int firstRegister,
                                   const std::vector<unsigned char>& values) {
-    const XQMutexManager guard(m_TransferMutex, SOURCE, __LINE__);
+    const XQMutexManager guard(m_Impl->transferMutex, SOURCE, __LINE__);
     return guarded<std::runtime_error>(subjectOf(bus, address), SOURCE, __LINE__, [&] {
         I2CDevice(bus, address).write(firstRegister, values);
     });

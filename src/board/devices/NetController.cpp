@@ -100,6 +100,12 @@ std::vector<NetInterface> interfacesOf(const AddressList& list) {
 
 } // namespace
 
+struct NetController::Impl {}; // the kernel keeps it all
+
+NetController::NetController() = default;
+
+NetController::~NetController() = default;
+
 int NetController::getInterfaces(std::vector<NetInterface>& interfaces) {
     ifaddrs* first = nullptr;
     if (getifaddrs(&first) != 0) {

@@ -1,33 +1,30 @@
 #pragma once
 
-#include "board/runtime/ErrnoText.h"
+#include "board/runtime/Cause.h"
 #include "board/runtime/Guarded.h"
 
 #include <stdexcept>
 #include <string>
 
-/// Why a configuration document cannot be used: "<file>:<line>: <subject>: <cause>", without what
-/// is not known. It never leaves the board layer: each operation of the seam ends in guard().
+/// A configuration document cannot be used. It never leaves the board layer: each operation of the
+/// seam ends in guard().
 class ConfigError : public std::runtime_error {
 public:
-    explicit ConfigError(const std::string& text) : std::runtime_error(text), m_Cause(text) {}
+    /// `subject` is the element that the cause is about; empty when it is the file.
+    explicit ConfigError(const Cause& cause, const std::string& subject = "")
+        : std::runtime_error(textOf(cause, subject)), m_Cause(cause), m_Subject(subject) {}
 
-    /// `line` counts from 1; 0 when it is the whole file. `subject` may be empty.
-    ConfigError(const std::string& file, int line, const std::string& subject,
-                const std::string& cause)
-        : std::runtime_error(file + (line > 0 ? ":" + std::to_string(line) : "") + ": " +
-                             (subject.empty() ? "" : subject + ": ") + cause),
-          m_Line(line), m_Cause(cause) {}
+    /// The file may be empty; `line` counts from 1, and is 0 when it is the whole file.
+    ConfigError(const std::string& file, int line, const std::string& what)
+        : ConfigError(Cause{what, file, line}) {}
 
     /// With the cause that errno gives.
-    static ConfigError fromErrno(const std::string& file) {
-        return {file, 0, "", std::generic_category().message(errno)};
+    static ConfigError fromErrno(const std::string& file, const std::string& what = "") {
+        return ConfigError(Cause::fromErrno(file, what));
     }
 
-    int line() const { return m_Line; }
-
-    /// Without file, line and subject, as far as they are known.
-    const std::string& cause() const { return m_Cause; }
+    const Cause& cause() const { return m_Cause; }
+    const std::string& subject() const { return m_Subject; }
 
     /// Does a reader's work: 1, or 0 with the cause in the log.
     template <typename Action>
@@ -36,6 +33,11 @@ public:
     }
 
 private:
-    int m_Line = 0;
-    std::string m_Cause;
+    static std::string textOf(Cause cause, const std::string& subject) {
+        cause.what.insert(0, subject.empty() ? "" : subject + ": ");
+        return cause.text();
+    }
+
+    Cause m_Cause;
+    std::string m_Subject;
 };

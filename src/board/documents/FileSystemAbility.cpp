@@ -2,35 +2,22 @@
 
 #include "board/documents/ConfigError.h"
 #include "board/documents/XmlElement.h"
+#include "board/documents/schema/FileSystemSchema.h"
 
 namespace {
+
+using Schema = FileSystemSchema;
 
 constexpr char SOURCE[] = "FileSystemAbilityConfig";
 constexpr char SUBJECT[] = "FileSystemAbility";
 
-constexpr char SECTION[] = "FileSystemAbility";
-constexpr char ID[] = "id";
-constexpr char NAME[] = "name";
-constexpr char MAX_PARTITION_SIZE[] = "maxPartitionSize";
-constexpr char SUPPORT_FORMAT_FLAG[] = "supportFormatFlag";
-constexpr char SUPPORT_RECORD_FLAG[] = "supportRecordFlag";
-
-constexpr XmlElement::Range ANY{};
-constexpr XmlElement::Range SIZES{0, std::numeric_limits<int>::max()};
-
 FileSystemAbility readItem(const XmlElement& item) {
-    int maxPartitionSize = 0;
-    bool supportFormat = false;
-    bool supportRecord = false;
     FileSystemAbility ability;
-    ability.setFileSystemId(item.require(ID, ANY));
-    ability.setName(item.requireText(NAME));
-    item.read(MAX_PARTITION_SIZE, maxPartitionSize, SIZES);
-    item.read(SUPPORT_FORMAT_FLAG, supportFormat);
-    item.read(SUPPORT_RECORD_FLAG, supportRecord);
-    ability.setMaxPartitionSize(maxPartitionSize);
-    ability.setSupportFormatFlag(supportFormat);
-    ability.setSupportRecordFlag(supportRecord);
+    ability.setFileSystemId(item.number(Schema::ID));
+    ability.setName(item.text(Schema::NAME));
+    ability.setMaxPartitionSize(item.number(Schema::MAX_PARTITION_SIZE));
+    ability.setSupportFormatFlag(item.flag(Schema::SUPPORT_FORMAT_FLAG));
+    ability.setSupportRecordFlag(item.flag(Schema::SUPPORT_RECORD_FLAG));
     return ability;
 }
 
@@ -40,7 +27,7 @@ int FileSystemAbilityConfig::parseFileSystemAbilityConfig(
     const std::string& fileName, std::vector<FileSystemAbility>& abilities) {
     return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
         std::vector<FileSystemAbility> read;
-        const XmlElement section = XmlElement::readRoot(fileName).child(SECTION);
+        const XmlElement section = XmlElement::readRoot(fileName).child(Schema::SECTION.name);
         for (const XmlElement& item : section.children(XmlElement::ITEM)) {
             read.push_back(readItem(item));
         }

@@ -82,14 +82,14 @@ private:
 } // namespace
 
 IniFile::IniFile(const std::string& path)
-    : IniFile(path, [](const ConfigError& fault) { throw fault; }) {}
+    : IniFile(path, TextFile::read(path), [](const ConfigError& fault) { throw fault; }) {}
 
-IniFile::IniFile(const std::string& path, const FaultHandler& onFault) {
-    std::vector<std::string> lines = linesOf(TextFile::read(path));
+IniFile::IniFile(const std::string& path, const std::string& text, const FaultHandler& onFault) {
+    std::vector<std::string> lines = linesOf(text);
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string fault = faultOf(lines[i], i == 0);
         if (!fault.empty()) {
-            onFault(ConfigError(path, static_cast<int>(i) + 1, "", fault));
+            onFault(ConfigError(path, static_cast<int>(i) + 1, fault));
             lines[i].clear();
         }
     }

@@ -26,9 +26,9 @@ public:
     /// Throws ConfigError when the file cannot be read or has a line that is none of these.
     explicit IniFile(const std::string& path);
 
-    /// Throws only when the file cannot be read; hands over the error of each bad line, in their
-    /// order, and goes on without the line.
-    IniFile(const std::string& path, const FaultHandler& onFault);
+    /// The text of a file; hands over the error of each bad line, in their order, and goes on
+    /// without the line.
+    IniFile(const std::string& path, const std::string& text, const FaultHandler& onFault);
 
     /// In the order of the file.
     const std::vector<Entry>& entries() const { return m_Entries; }

@@ -45,7 +45,7 @@ ReplaceableFile::ReplaceableFile(const std::string& path)
       m_TemporaryName(m_Name + ".tmp"),
       m_Folder(open(folderOf(m_Path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     if (!m_Folder.isValid()) {
-        throw ConfigError::fromErrno(m_Path + ": its folder");
+        throw ConfigError::fromErrno(m_Path, "its folder");
     }
 }
 
@@ -61,6 +61,11 @@ void ReplaceableFile::lock() {
         result = flock(m_Folder.get(), LOCK_EX);
     } while (result != 0 && errno == EINTR);
     check(result == 0);
+}
+
+Cause ReplaceableFile::obstacle() const {
+    const bool isWritable = faccessat(m_Folder.get(), ".", W_OK | X_OK, AT_EACCESS) == 0;
+    return isWritable ? Cause{} : Cause::fromErrno(m_Path, "its folder");
 }
 
 void ReplaceableFile::replace(const std::string& text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board/runtime/Cause.h"
 #include "board/runtime/FileDescriptor.h"
 
 #include <string>
@@ -14,6 +15,10 @@ public:
     /// Waits until no other ReplaceableFile of this folder, in whatever process, is locked; keeps
     /// the lock as long as it lives.
     void lock();
+
+    /// Why replace() would fail, as far as that can be told without writing; an empty Cause when it
+    /// would not.
+    Cause obstacle() const;
 
     /// With the lock held. When it fails before the new content stands in the file's place, the
     /// file is as it was.

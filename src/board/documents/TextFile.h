@@ -13,4 +13,8 @@ public:
 
     /// False, with `text` untouched, when there is no such file.
     static bool readIfPresent(const std::string& path, std::string& text);
+
+    /// The first line with bytes that are not UTF-8, from 1; 0 when there is none. The readers
+    /// take such bytes as they are.
+    static int lineNotUtf8(const std::string& text);
 };

@@ -1,6 +1,11 @@
 #include "platform/XmlConfigure.h"
 
-#include "board/documents/ConfigProperty.h"
+#include "board/documents/ConfigError.h"
+#include "board/documents/XmlElement.h"
+#include "board/documents/schema/AbilitySchema.h"
+#include "platform/base/Allocation.h"
+
+#include <optional>
 
 namespace {
 
@@ -9,92 +14,107 @@ constexpr char SUBJECT[] = "XmlConfigure";
 
 constexpr int LAYOUT_VERSION = 1;
 
+using Node = SafePointer<XmlConfigureNode>;
+using Item = SafePointer<XmlConfigureItem>;
+
+/// What nodes and items share: an element's attributes are its properties.
+template <typename Interface> class ElementOf : public Interface {
+public:
+    NVRHW_TRACKED
+
+    explicit ElementOf(XmlElement element) : m_Element(std::move(element)) {}
+
+    int getProperty(const std::string& name, int& out) const override { return get(name, out); }
+    int getProperty(const std::string& name, bool& out) const override { return get(name, out); }
+    int getProperty(const std::string& name, std::string& out) const override {
+        return get(name, out);
+    }
+
+protected:
+    const XmlElement m_Element;
+
+private:
+    template <typename Value> int get(const std::string& name, Value& out) const {
+        bool found = false;
+        const int whole = ConfigError::guard(SUBJECT, SOURCE, __LINE__,
+                                             [&] { found = m_Element.read(name, out); });
+        return whole != 0 && found ? 1 : 0;
+    }
+};
+
+using ElementItem = ElementOf<XmlConfigureItem>;
+
+class ElementNode : public ElementOf<XmlConfigureNode> {
+public:
+    using ElementOf::ElementOf;
+
+    static int find(const XmlElement& parent, const std::string& name, Node& out) {
+        if (mayLack(parent, name) && parent.children(name).empty()) {
+            return 0;
+        }
+        return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
+            out = Node(new (SOURCE, __LINE__) ElementNode(parent.child(name)));
+        });
+    }
+
+    static int findAll(const XmlElement& parent, const std::string& name, std::vector<Node>& out) {
+        out.clear();
+        for (const XmlElement& child : parent.children(name)) {
+            out.emplace_back(new (SOURCE, __LINE__) ElementNode(child));
+        }
+        return 1;
+    }
+
+    int getConfigNode(const std::string& name, Node& out) const override {
+        return find(m_Element, name, out);
+    }
+
+    int getConfigNodeList(const std::string& name, std::vector<Node>& out) const override {
+        return findAll(m_Element, name, out);
+    }
+
+    int getItemList(std::vector<Item>& out) const override {
+        out.clear();
+        for (const XmlElement& item : m_Element.children(XmlElement::ITEM)) {
+            out.emplace_back(new (SOURCE, __LINE__) ElementItem(item));
+        }
+        return 1;
+    }
+
+private:
+    /// Whether the document whose root the parent is may be without this element.
+    static bool mayLack(const XmlElement& parent, const std::string& name) {
+        const ElementSchema* known =
+            parent.isRoot() ? AbilitySchema::DOCUMENT.root.child(name) : nullptr;
+        return known != nullptr && known->occurrence == ElementSchema::OPTIONAL;
+    }
+};
+
 } // namespace
 
-XmlConfigureItem::XmlConfigureItem(std::unique_ptr<XmlElement> element)
-    : m_Element(std::move(element)) {}
+struct XmlConfigureTool::Impl {
+    std::optional<XmlElement> root; ///< of the open document
+};
 
-XmlConfigureItem::~XmlConfigureItem() = default;
-
-int XmlConfigureItem::getProperty(const std::string& name, int& out) const {
-    return ConfigProperty::get(*m_Element, name, out);
-}
-
-int XmlConfigureItem::getProperty(const std::string& name, bool& out) const {
-    return ConfigProperty::get(*m_Element, name, out);
-}
-
-int XmlConfigureItem::getProperty(const std::string& name, std::string& out) const {
-    return ConfigProperty::get(*m_Element, name, out);
-}
-
-XmlConfigureNode::XmlConfigureNode(std::unique_ptr<XmlElement> element)
-    : m_Element(std::move(element)) {}
-
-XmlConfigureNode::~XmlConfigureNode() = default;
-
-int XmlConfigureNode::getConfigNode(const std::string& name,
-                                    SafePointer<XmlConfigureNode>& out) const {
-    return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
-        auto child = std::make_unique<XmlElement>(m_Element->child(name));
-        out = SafePointer<XmlConfigureNode>(new (SOURCE, __LINE__)
-                                                XmlConfigureNode(std::move(child)));
-    });
-}
-
-int XmlConfigureNode::getConfigNodeList(const std::string& name,
-                                        std::vector<SafePointer<XmlConfigureNode>>& out) const {
-    out.clear();
-    for (const XmlElement& child : m_Element->children(name)) {
-        out.emplace_back(new (SOURCE, __LINE__)
-                             XmlConfigureNode(std::make_unique<XmlElement>(child)));
-    }
-    return 1;
-}
-
-int XmlConfigureNode::getItemList(std::vector<SafePointer<XmlConfigureItem>>& out) const {
-    out.clear();
-    for (const XmlElement& item : m_Element->children(XmlElement::ITEM)) {
-        out.emplace_back(new (SOURCE, __LINE__)
-                             XmlConfigureItem(std::make_unique<XmlElement>(item)));
-    }
-    return 1;
-}
-
-int XmlConfigureNode::getProperty(const std::string& name, int& out) const {
-    return ConfigProperty::get(*m_Element, name, out);
-}
-
-int XmlConfigureNode::getProperty(const std::string& name, bool& out) const {
-    return ConfigProperty::get(*m_Element, name, out);
-}
-
-int XmlConfigureNode::getProperty(const std::string& name, std::string& out) const {
-    return ConfigProperty::get(*m_Element, name, out);
-}
-
-XmlConfigureTool::XmlConfigureTool() = default;
+XmlConfigureTool::XmlConfigureTool() : m_Impl(new Impl) {}
 
 XmlConfigureTool::~XmlConfigureTool() = default;
 
 int XmlConfigureTool::open(const std::string& path, int version, OPEN_MODE mode) {
-    m_Root.reset();
+    m_Impl->root.reset();
     return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
         if (version != LAYOUT_VERSION || mode != OPEN_MODE_READ) {
-            throw ConfigError(GlobalEnv::getInstance()->resolve(path) +
-                              ": only layout 1 can be opened, only for reading");
+            throw ConfigError(GlobalEnv::getInstance()->resolve(path), 0,
+                              "only layout 1 can be opened, only for reading");
         }
-        auto root = std::make_unique<XmlElement>(XmlElement::readRoot(path));
-        m_Root.reset(new (SOURCE, __LINE__) XmlConfigureNode(std::move(root)));
+        m_Impl->root = XmlElement::readRoot(path);
     });
 }
 
-int XmlConfigureTool::getConfigNode(const std::string& name,
-                                    SafePointer<XmlConfigureNode>& out) const {
-    return m_Root == nullptr ? 0 : m_Root->getConfigNode(name, out);
+int XmlConfigureTool::getConfigNode(const std::string& name, Node& out) const {
+    return m_Impl->root ? ElementNode::find(*m_Impl->root, name, out) : 0;
 }
 
-int XmlConfigureTool::getConfigNodeList(const std::string& name,
-                                        std::vector<SafePointer<XmlConfigureNode>>& out) const {
-    return m_Root == nullptr ? 0 : m_Root->getConfigNodeList(name, out);
+int XmlConfigureTool::getConfigNodeList(const std::string& name, std::vector<Node>& out) const {
+    return m_Impl->root ? ElementNode::findAll(*m_Impl->root, name, out) : 0;
 }

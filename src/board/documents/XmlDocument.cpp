@@ -60,7 +60,7 @@ XmlDocument::XmlDocument(const std::string& path, const std::string& text) : m_P
 }
 
 void XmlDocument::fail(std::ptrdiff_t offset, const std::string& cause) const {
-    throw ConfigError(m_Path, line(offset), "", cause);
+    throw ConfigError(m_Path, line(offset), cause);
 }
 
 int XmlDocument::line(const pugi::xml_node& element, const pugi::xml_attribute& attribute) const {

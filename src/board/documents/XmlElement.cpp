@@ -62,7 +62,7 @@ XmlElement XmlElement::child(const std::string& name) const {
             return {m_Document, node};
         }
     }
-    throw ConfigError(file(), line(), "", m_Node.name() + (" has no element " + name));
+    throw ConfigError(file(), line(), m_Node.name() + (" has no element " + name));
 }
 
 std::vector<XmlElement> XmlElement::children(const std::string& name) const {
@@ -72,6 +72,12 @@ std::vector<XmlElement> XmlElement::children(const std::string& name) const {
                        [&](const XmlElement& element) { return element.name() != name; }),
         elements.end());
     return elements;
+}
+
+std::vector<XmlElement> XmlElement::children(const std::string& section,
+                                             const std::string& name) const {
+    const std::vector<XmlElement> sections = children(section);
+    return sections.empty() ? sections : sections.front().children(name);
 }
 
 std::vector<XmlElement> XmlElement::children() const {
@@ -92,8 +98,16 @@ pugi::xml_attribute XmlElement::find(const std::string& name) const {
     const pugi::xml_attribute found = m_Node.attribute(name.c_str());
     for (pugi::xml_attribute next = found.next_attribute(); next; next = next.next_attribute()) {
         if (name == next.name()) {
-            fail("attribute " + name + " stands twice");
+            fail(next, "attribute " + name + " stands twice");
         }
+    }
+    return found;
+}
+
+pugi::xml_attribute XmlElement::find(const FieldSchema& field) const {
+    const pugi::xml_attribute found = find(field.name);
+    if (!found && field.presence == FieldSchema::REQUIRED) {
+        fail(std::string("attribute ") + field.name + " is missing");
     }
     return found;
 }
@@ -107,11 +121,9 @@ bool XmlElement::read(const std::string& name, int& out, Range range) const {
     const char* const end = begin + std::strlen(begin);
     int value = 0;
     const std::from_chars_result result = std::from_chars(begin, end, value);
-    if (result.ec != std::errc() || result.ptr != end || value < range.lowest ||
-        value > range.highest) {
-        const std::string wanted = "a whole number from " + std::to_string(range.lowest) + " to " +
-                                   std::to_string(range.highest);
-        failConversion(name, wanted.c_str(), begin);
+    if (result.ec != std::errc() || result.ptr != end || !range.has(value)) {
+        failConversion(attribute, "a whole number from " + std::to_string(range.lowest) + " to " +
+                                      std::to_string(range.highest));
     }
     out = value;
     return true;
@@ -125,7 +137,7 @@ bool XmlElement::read(const std::string& name, bool& out) const {
     const std::string value = attribute.value();
     const bool isTrue = value == "true" || value == "1";
     if (!isTrue && value != "false" && value != "0") {
-        failConversion(name, "true, false, 1 or 0", value.c_str());
+        failConversion(attribute, "true, false, 1 or 0");
     }
     out = isTrue;
     return true;
@@ -139,42 +151,54 @@ bool XmlElement::read(const std::string& name, std::string& out) const {
     return !attribute.empty();
 }
 
-bool XmlElement::read(const std::string& name, const std::vector<std::string>& choices,
-                      int& out) const {
-    std::string value;
-    if (!read(name, value)) {
-        return false;
+int XmlElement::number(const FieldSchema& field) const {
+    find(field);
+    int value = field.absent;
+    read(field.name, value, field.accepted);
+    return value;
+}
+
+bool XmlElement::flag(const FieldSchema& field) const {
+    find(field);
+    bool value = field.absent != 0;
+    read(field.name, value);
+    return value;
+}
+
+std::string XmlElement::text(const FieldSchema& field) const {
+    const pugi::xml_attribute attribute = find(field);
+    std::string value = attribute.value(); // empty also when there is none
+    if (value.empty() && field.presence == FieldSchema::REQUIRED) {
+        fail(attribute, std::string("attribute ") + field.name + " is empty");
     }
-    const auto found = std::find(choices.begin(), choices.end(), value);
-    if (found == choices.end()) {
-        std::string wanted;
-        for (const std::string& choice : choices) {
-            wanted += wanted.empty() ? "" : &choice == &choices.back() ? " or " : ", ";
-            wanted += choice;
+    return value;
+}
+
+int XmlElement::choice(const FieldSchema& field) const {
+    const pugi::xml_attribute attribute = find(field);
+    if (!attribute) {
+        return field.absent;
+    }
+    const std::string value = attribute.value();
+    std::string wanted;
+    int place = 0;
+    for (const char* known : field.choices) {
+        const bool isLast = static_cast<std::size_t>(++place) == field.choices.size();
+        if (value == known) {
+            return place;
         }
-        failConversion(name, wanted.c_str(), value.c_str());
+        wanted += place == 1 ? "" : isLast ? " or " : ", ";
+        wanted += known;
     }
-    out = static_cast<int>(found - choices.begin());
-    return true;
+    failConversion(attribute, wanted);
 }
 
-int XmlElement::require(const std::string& name, Range range) const {
-    int value = 0;
-    if (!read(name, value, range)) {
-        fail("attribute " + name + " is missing");
+std::optional<int> XmlElement::numberIfGood(const FieldSchema& field) const {
+    try {
+        return number(field);
+    } catch (const ConfigError&) {
+        return std::nullopt;
     }
-    return value;
-}
-
-std::string XmlElement::requireText(const std::string& name) const {
-    std::string value;
-    if (!read(name, value)) {
-        fail("attribute " + name + " is missing");
-    }
-    if (value.empty()) {
-        fail("attribute " + name + " is empty");
-    }
-    return value;
 }
 
 pugi::xml_attribute XmlElement::attributeForWriting(const std::string& name) {
@@ -190,11 +214,16 @@ void XmlElement::write(const std::string& name, bool value) {
     attributeForWriting(name).set_value(value);
 }
 
-void XmlElement::failConversion(const std::string& name, const char* wanted,
-                                const char* found) const {
-    fail("attribute " + name + " must be " + wanted + ", not " + shown(found));
+void XmlElement::failConversion(const pugi::xml_attribute& attribute,
+                                const std::string& wanted) const {
+    fail(attribute, std::string("attribute ") + attribute.name() + " must be " + wanted + ", not " +
+                        shown(attribute.value()));
+}
+
+void XmlElement::fail(const pugi::xml_attribute& attribute, const std::string& cause) const {
+    throw ConfigError(Cause{cause, file(), m_Document->line(m_Node, attribute)}, subject());
 }
 
 void XmlElement::fail(const std::string& cause) const {
-    throw ConfigError(file(), line(), subject(), cause);
+    throw ConfigError(Cause{cause, file(), line()}, subject());
 }

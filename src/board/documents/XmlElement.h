@@ -1,29 +1,25 @@
 #pragma once
 
 #include "board/documents/XmlDocument.h"
+#include "board/documents/schema/Schema.h"
 
-#include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 /// An element of a document, which it keeps alive. The conversions throw ConfigError with the
-/// element's file and line.
+/// file and the attribute's line, or the element's when the attribute is missing.
 class XmlElement {
 public:
     static constexpr char ITEM[] = "item";
-
-    /// The values an int may have, both ends included.
-    struct Range {
-        int lowest = std::numeric_limits<int>::min();
-        int highest = std::numeric_limits<int>::max();
-    };
 
     /// The root of the document in the file, which is looked up as a path of the board.
     static XmlElement readRoot(const std::string& fileName);
     explicit XmlElement(const std::shared_ptr<XmlDocument>& document);
 
     std::string name() const { return m_Node.name(); }
+    bool isRoot() const { return m_Node == m_Document->root(); }
 
     /// Whom a message is about: the name, for an item with the name of the section before it.
     std::string subject() const;
@@ -47,8 +43,10 @@ public:
     /// The first child element of this name.
     XmlElement child(const std::string& name) const;
 
-    /// The child elements in document order: those of the name, or all.
+    /// The child elements in document order: those of the name, those of the name in the first
+    /// child of a section's name, or all.
     std::vector<XmlElement> children(const std::string& name) const;
+    std::vector<XmlElement> children(const std::string& section, const std::string& name) const;
     std::vector<XmlElement> children() const;
 
     /// Adds a child element behind the last.
@@ -56,17 +54,19 @@ public:
 
     /// Converts an attribute: true, or false with `out` unchanged when there is none. It throws,
     /// again with `out` unchanged, when the attribute does not convert whole or stands twice.
-    bool read(const std::string& name, int& out) const { return read(name, out, Range()); }
-    bool read(const std::string& name, int& out, Range range) const;
+    bool read(const std::string& name, int& out) const { return read(name, out, ANY); }
     bool read(const std::string& name, bool& out) const;
     bool read(const std::string& name, std::string& out) const;
 
-    /// Converts an attribute that has one of these texts into the place of the text, from 0.
-    bool read(const std::string& name, const std::vector<std::string>& choices, int& out) const;
+    /// Converts an attribute as its schema says; one that is not there has the schema's value. Also
+    /// throws when a required one is missing, or a required text is empty.
+    int number(const FieldSchema& field) const;
+    bool flag(const FieldSchema& field) const;
+    std::string text(const FieldSchema& field) const;
+    int choice(const FieldSchema& field) const;
 
-    /// As read(), for an attribute that must be there. A text must not be empty either.
-    int require(const std::string& name, Range range) const;
-    std::string requireText(const std::string& name) const;
+    /// As number(); empty where that would throw.
+    std::optional<int> numberIfGood(const FieldSchema& field) const;
 
     /// Replaces or adds an attribute.
     void write(const std::string& name, int value);
@@ -79,9 +79,12 @@ private:
     XmlElement(const std::shared_ptr<XmlDocument>& document, const pugi::xml_node& node)
         : m_Document(document), m_Node(node) {}
 
+    bool read(const std::string& name, int& out, Range range) const;
     pugi::xml_attribute find(const std::string& name) const;
-    [[noreturn]] void failConversion(const std::string& name, const char* wanted,
-                                     const char* found) const;
+    pugi::xml_attribute find(const FieldSchema& field) const;
+    [[noreturn]] void fail(const pugi::xml_attribute& attribute, const std::string& cause) const;
+    [[noreturn]] void failConversion(const pugi::xml_attribute& attribute,
+                                     const std::string& wanted) const;
     pugi::xml_attribute attributeForWriting(const std::string& name);
 
     std::shared_ptr<XmlDocument> m_Document;

@@ -1,3 +1,11 @@
+// A group has a bank, or none until it is used. Whoever asks for it looks at the entry, each time,
+// and exchanges a bank that the entry does not lead to any more: the old one is retired before the
+// new one is opened, as both may be the same chip.
+//
+// m_Mutex guards the map and the exchange. The look at the entry, and all that a bank does, is
+// without it: a bank that hangs must not hold up the others. So a bank may be exchanged while it is
+// used; its operations then fail, and read() and drive() try once more with the one in its place.
+
 #include "board/gpio/GPIOBankTable.h"
 
 #include "board/gpio/kernel/KernelBank.h"

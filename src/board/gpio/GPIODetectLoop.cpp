@@ -1,3 +1,18 @@
+// The loop is closed, or open with the banks of a device. Of its groups each is watched, or lost as
+// long as its watch is null: the bank is not there, or its watch has said so. A watch may also be
+// there and have lines that its bank cannot have yet; that is the bank's affair. Groups, lines and
+// handler belong to the controlling thread; the detector's thread, in pass(), turns a watched group
+// into a lost one and, at every pass and at least each RETRY_INTERVAL, tries to turn it back.
+//
+// m_Mutex guards all of that. It is not held while a pass waits or the handler runs, so lines come
+// and go meanwhile, and the handler may do anything, end the detector included. A pass waits for
+// the descriptors of all watches, which stand in m_Epoll, but for how long it has asked before:
+// whoever changes that, as a new line does, writes m_Wake.
+//
+// What must never be seen: a change taken out of a watch without a call of the handler after it (a
+// pass that is told to stop takes none); a line added while a pass waits that is noticed only with
+// the next change of another; a descriptor that stays in m_Epoll when its watch has gone.
+
 #include "board/gpio/GPIODetectLoop.h"
 
 #include "board/runtime/Cause.h"

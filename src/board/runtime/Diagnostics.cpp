@@ -1,6 +1,9 @@
 #include "platform/Diagnostics.h"
 
+#include "platform/base/Mutex.h"
+
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
@@ -71,12 +74,18 @@ void Logger::setSink(Sink sink) {
     kept.sink.swap(next); // the old one goes after the lock
 }
 
+struct GlobalEnv::Impl {
+    std::atomic<int> printFlag{0};
+    XQMutex mutex;
+    std::string rootDirectory NVRHW_GUARDED_BY(mutex) = "/";
+};
+
 GlobalEnv* GlobalEnv::getInstance() {
     static GlobalEnv* const environment = new GlobalEnv; // asked until the very end of the process
     return environment;
 }
 
-GlobalEnv::GlobalEnv() : m_RootDirectory("/") {
+GlobalEnv::GlobalEnv() : m_Impl(new Impl) {
     if (const char* root = std::getenv("NVRHW_ROOT")) {
         setRootDirectory(root);
     }
@@ -85,14 +94,20 @@ GlobalEnv::GlobalEnv() : m_RootDirectory("/") {
     }
 }
 
+GlobalEnv::~GlobalEnv() = default;
+
+int GlobalEnv::getPrintFlag() const { return m_Impl->printFlag.load(std::memory_order_relaxed); }
+
+void GlobalEnv::setPrintFlag(int flag) { m_Impl->printFlag.store(flag, std::memory_order_relaxed); }
+
 void GlobalEnv::setRootDirectory(const std::string& directory) {
-    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    m_RootDirectory = directory.empty() ? "/" : directory;
+    const XQMutexManager guard(m_Impl->mutex, SOURCE, __LINE__);
+    m_Impl->rootDirectory = directory.empty() ? "/" : directory;
 }
 
 std::string GlobalEnv::getRootDirectory() const {
-    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    return m_RootDirectory;
+    const XQMutexManager guard(m_Impl->mutex, SOURCE, __LINE__);
+    return m_Impl->rootDirectory;
 }
 
 std::string GlobalEnv::resolve(const std::string& path) const {

@@ -44,7 +44,7 @@ int ref_count::lockContended() {
 
 void ref_count::recycle() {
     m_Lock.store(RETIRED, std::memory_order_release);
-    RefCountPool::getInstance().giveBack(this);
+    RefCountPool::getInstance().giveBack(static_cast<RefCountRecord*>(this));
 }
 
 RefCountManager* RefCountManager::getInstance() {
@@ -53,13 +53,11 @@ RefCountManager* RefCountManager::getInstance() {
 }
 
 ref_count* RefCountManager::retrieveRefCount(void* object, const char* /*typeName*/) {
-    ref_count* record = RefCountPool::getInstance().take();
-    record->m_Count = 1;
-    record->m_Pointer.store(object, std::memory_order_relaxed);
-    record->m_Lock.store(ref_count::FREE, std::memory_order_release);
+    RefCountRecord* record = RefCountPool::getInstance().take();
+    record->handOut(object);
     return record;
 }
 
 void RefCountManager::returnbackRefCount(ref_count* record, const char* /*typeName*/) {
-    record->m_Pointer.store(nullptr, std::memory_order_relaxed);
+    static_cast<RefCountRecord*>(record)->takeBack();
 }

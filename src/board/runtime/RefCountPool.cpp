@@ -1,5 +1,12 @@
 #include "board/runtime/RefCountPool.h"
 
+// A record is handed out, or free in exactly one list. A free one stands in the cache of a thread,
+// which only that thread touches, or in the shared list behind the lock; it moves from one to the
+// other in batches, by the thread whose cache it is. A thread's cache is open until the thread
+// ends, which spills it, and closed from then on: what its last destructors still take and give
+// back passes through to the shared list. What must never be seen is a record that is freed, since
+// stale pointers may still ask it, or one kept in the cache of a thread that has ended.
+
 namespace {
 
 constexpr char SOURCE[] = "RefCountPool";
@@ -23,15 +30,15 @@ struct RefCountPool::CacheFlusher {
     }
 };
 
-void RefCountPool::List::push(ref_count* record) {
-    record->m_Next = head;
+void RefCountPool::List::push(RefCountRecord* record) {
+    record->next = head;
     head = record;
     ++size;
 }
 
-ref_count* RefCountPool::List::pop() {
-    ref_count* record = head;
-    head = record->m_Next;
+RefCountRecord* RefCountPool::List::pop() {
+    RefCountRecord* record = head;
+    head = record->next;
     --size;
     return record;
 }
@@ -59,19 +66,19 @@ RefCountPool::Cache& RefCountPool::cache() {
     return cache;
 }
 
-ref_count* RefCountPool::take() {
+RefCountRecord* RefCountPool::take() {
     Cache& mine = cache();
     if (mine.free.head == nullptr) {
         refill(mine.free);
     }
-    ref_count* record = mine.free.pop();
+    RefCountRecord* record = mine.free.pop();
     if (mine.closed) {
         spill(mine.free, mine.free.size);
     }
     return record;
 }
 
-void RefCountPool::giveBack(ref_count* record) {
+void RefCountPool::giveBack(RefCountRecord* record) {
     Cache& mine = cache();
     mine.free.push(record);
     if (mine.closed) {
@@ -84,7 +91,7 @@ void RefCountPool::giveBack(ref_count* record) {
 void RefCountPool::refill(List& list) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     if (m_Shared.head == nullptr) {
-        auto* chunk = new ref_count[BATCH];
+        auto* chunk = new RefCountRecord[BATCH];
         for (unsigned i = BATCH; i > 0; --i) {
             m_Shared.push(&chunk[i - 1]);
         }

@@ -3,6 +3,15 @@
 #include "platform/base/Mutex.h"
 #include "platform/base/RefCount.h"
 
+/// A count record that can stand in a list of free ones.
+class RefCountRecord : public ref_count {
+public:
+    using ref_count::handOut;
+    using ref_count::takeBack;
+
+    RefCountRecord* next = nullptr; ///< touched by whoever owns the list
+};
+
 /// The store of count records. Each thread keeps a few free records of its own, so that making and
 /// releasing an object normally takes no lock; the rest is shared. Records are never given back to
 /// the system.
@@ -10,16 +19,16 @@ class RefCountPool {
 public:
     static RefCountPool& getInstance();
 
-    ref_count* take();
-    void giveBack(ref_count* record);
+    RefCountRecord* take();
+    void giveBack(RefCountRecord* record);
 
 private:
     struct List {
-        ref_count* head = nullptr;
+        RefCountRecord* head = nullptr;
         unsigned size = 0;
 
-        void push(ref_count* record);
-        ref_count* pop();
+        void push(RefCountRecord* record);
+        RefCountRecord* pop();
         void moveTo(List& other, unsigned count);
     };
     struct Cache;

@@ -3,21 +3,31 @@
 #include "platform/base/Export.h"
 #include "platform/base/ThreadAnnotations.h"
 
-#include <atomic>
-#include <mutex>
-#include <thread>
+#include <cstddef>
 
 /// A lock that remembers where it was taken. Not recursive: a thread that asks again for a lock
 /// it holds gets a log line with both places and std::system_error
 /// (resource_deadlock_would_occur) instead of a silent dead end.
+///
+/// The framework keeps its state inside: STORAGE_SIZE bytes at its disposal, or a pointer there
+/// to more. They begin as zeros, with no code to run, so that a static lock may be taken before
+/// any constructor has: zeros are a free lock, which the framework makes its own at the first
+/// Init() or Lock(), by whichever thread comes first.
 class NVRHW_API NVRHW_CAPABILITY("mutex") XQMutex {
 public:
-    XQMutex() = default;
+    /// Bytes, aligned to eight.
+    static constexpr std::size_t STORAGE_SIZE = 64;
+
+    constexpr XQMutex() noexcept : m_Storage() {}
+
+    /// Nobody holds the lock any more.
+    ~XQMutex();
     XQMutex(const XQMutex&) = delete;
     XQMutex& operator=(const XQMutex&) = delete;
 
     /// Kept for callers that initialise in two steps; a constructed lock is ready for use.
-    int Init() { return 1; }
+    /// Returns 1.
+    int Init();
 
     /// `file` (base name of the caller's source) must outlive the lock being held.
     void Lock(const char* file, int line) NVRHW_ACQUIRE();
@@ -26,10 +36,7 @@ public:
     void Unlock(const char* file, int line) NVRHW_RELEASE();
 
 private:
-    std::mutex m_Mutex;
-    std::atomic<std::thread::id> m_Owner{};
-    const char* m_File = ""; // where the owner took it; read by the owner only
-    int m_Line = 0;
+    alignas(8) unsigned char m_Storage[STORAGE_SIZE];
 };
 
 /// Holds an XQMutex for the length of a scope.

@@ -8,6 +8,7 @@
 #include "support/DocumentTest.h"
 
 #include <functional>
+#include <regex>
 #include <sys/stat.h>
 
 namespace {
@@ -53,14 +54,14 @@ protected:
 
 TEST_F(Documents, RefusesTheBadNamingLineAndCause) {
     for (const auto& reader : m_Readers) {
-        const std::string folder = "/bad/" + reader.first + "/";
-        for (const auto& entry : std::filesystem::directory_iterator(real(folder))) {
-            const std::string file = folder + entry.path().filename().string();
-            const std::string text = read(file); // its first line, a comment, is the cause
-            const std::size_t begin = text.find(' ') + 1;
-            const std::size_t end = std::min(text.find(" -->"), text.find('\n'));
-            expectRefusal(reader.first, file, ":" + text.substr(begin, end - begin));
-            EXPECT_EQ(read(file), text);
+        std::istringstream cases(read("/bad/" + reader.first + ".txt"));
+        for (std::string line; std::getline(cases, line);) { // "DOCUMENT => LINE: CAUSE"
+            const std::size_t end = line.find(" => ");
+            const std::string text =
+                std::regex_replace(line.substr(0, end), std::regex("\\\\n"), "\n");
+            write("/document", text);
+            expectRefusal(reader.first, "/document", ":" + line.substr(end + 4));
+            EXPECT_EQ(read("/document"), text);
         }
     }
     const std::pair<std::string, const char*> unprintable[] = {
@@ -114,8 +115,13 @@ TEST_F(Documents, ToolFindsElementsInOrderAndTakesWholeValues) {
     ASSERT_NE(tool.open("/any.xml", 1, OPEN_MODE_READ), 0);
     EXPECT_EQ(tool.getConfigNode("absent", node), 0);
     expectRecord("XmlConfigure: " + real("/any.xml:3: any has no element absent"));
+    EXPECT_EQ(tool.getConfigNode("DispatchAbility", node) + tool.getConfigNode("WebAbility", node),
+              0);
+    EXPECT_EQ(m_Log.take(), "") << "abilities may be without these";
     EXPECT_TRUE(node.isNull());
     ASSERT_NE(tool.getConfigNode("a", node), 0);
+    EXPECT_EQ(node->getConfigNode("WebAbility", node), 0);
+    expectRecord("XmlConfigure: " + real("/any.xml:4: a has no element WebAbility"));
     ASSERT_NE(tool.getConfigNodeList("a", nodes), 0);
     ASSERT_NE(node->getItemList(items), 0);
     EXPECT_EQ(tool.open("/any.xml", 2, OPEN_MODE_READ), 0);
@@ -141,6 +147,24 @@ TEST_F(Documents, ToolFindsElementsInOrderAndTakesWholeValues) {
     EXPECT_NE(node->getConfigNode("other", node), 0) << "a node may be replaced by its child";
     EXPECT_NE(node->getItemList(items), 0);
     EXPECT_TRUE(items.empty());
+}
+
+TEST_F(Documents, TheClocksFileIsAlsoTakenFromBesideTheHardwareConfiguration) {
+    const std::string asked = "../config/RTCDriverConfig.xml"; // from where the test is started
+    const std::string other = "/hd1/program/config/RTCDriverConfig.xml";
+    const std::string prefix = "SystemTime: " + asked + ": no such file";
+    const auto& init = m_Readers.at("SystemTime");
+    EXPECT_NE(init(asked), 0);
+    expectRecord(prefix + ", nor " + real(other) + ": /dev/rtc0 in UTC is taken");
+    std::filesystem::create_directories(real("/hd1/program/config"));
+    write(other, "<Device path='/dev/rtc7'/>");
+    EXPECT_NE(init(asked), 0);
+    expectRecord(prefix + ": " + real(other) + " is taken");
+    DateTime time;
+    EXPECT_EQ(m_Clock.getHardwareTime(time), 0);
+    m_Log.expectOne({real("/dev/rtc7")});
+    EXPECT_NE(init("/" + asked), 0);
+    expectRecord("SystemTime: " + real("/" + asked) + ": no such file: /dev/rtc0 in UTC is taken");
 }
 
 } // namespace

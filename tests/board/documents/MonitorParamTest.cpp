@@ -40,6 +40,8 @@ TEST_F(MonitorParams, ReplacesOneRecordAndKeepsTheRest) {
     fs::permissions(m_Path, fs::perms(0640));
     fs::create_symlink("../p.xml", real("/monitors/link.xml"));
     MonitorParamConfig store(1, "/monitors/link.xml");
+    ASSERT_NE(store.getMonitorType(2, m_Param), 0);
+    EXPECT_EQ(m_Param.getBrightness(), 50) << "a value that stands nowhere";
     ASSERT_NE(store.getMonitorType(3, m_Param), 0);
     for (const int id : {2, -9}) {
         m_Param.setMonitorId(id);
@@ -72,6 +74,12 @@ TEST_F(MonitorParams, AFailedWriteLeavesTheOldFile) {
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     std::signal(SIGXFSZ, SIG_DFL);
 
+    const std::string around = "<M><Monitor/><!----></M>";
+    write("/p.xml", std::string(around).insert(17, 16 * 1024 * 1024 - around.size(), 'x'));
+    EXPECT_NE(m_Store.getAllMonitorParam(m_All), 0) << "as large as a file may be";
+    expectRefusal(m_Store, param(1), m_Path + ": File too large");
+
+    write("/p.xml", around);
     write("/p.xml.tmp", "left by a power cut");
     EXPECT_NE(m_Store.setMonitorParam(param(1)), 0);
     EXPECT_FALSE(fs::exists(m_Path + ".tmp"));

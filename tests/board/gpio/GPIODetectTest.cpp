@@ -1,19 +1,39 @@
 #include "platform/GpioDetect.h"
 
+#include "platform/Gpio.h"
+#include "platform/HardwareConfigure.h"
 #include "platform/System.h"
 #include "support/Gate.h"
 #include "support/LogCapture.h"
 #include "support/SimulatedBoard.h"
 
 #include <atomic>
+#include <dlfcn.h>
 #include <functional>
+#include <poll.h>
 
 namespace {
 
 namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
 
 constexpr int SIGNAL = 10;
 constexpr int OUTPUT = 2;
+
+Gate s_EndlessWaits; // the polls of this program without a time limit, the detector's among them
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) int poll(pollfd* sources, nfds_t count,
+                                                           int timeout) {
+    static const auto original = reinterpret_cast<decltype(&poll)>(dlsym(RTLD_NEXT, "poll"));
+    if (timeout < 0) {
+        s_EndlessWaits.open();
+    }
+    return original(sources, count, timeout);
+}
+
+namespace {
 
 /// A detector over the lines 0 and 1 of group 0. Its handler reads them, counts its calls and acts.
 class GPIODetectTest : public testing::Test {
@@ -21,7 +41,12 @@ protected:
     GPIODetectTest() {
         s_Current = this;
         addBank();
+        EXPECT_NE(m_Gpio.init(), 0);
         open();
+    }
+    ~GPIODetectTest() noexcept override { // for the tests to come
+        configure("");
+        configure("", 1);
     }
 
     void addBank() {
@@ -38,10 +63,27 @@ protected:
         }
     }
 
+    /// Reads a configuration of a line with these settings.
+    GPIOLineSettings configure(const std::string& settings, int bit = 0) const {
+        std::ofstream(m_Board.root() / "lines.xml")
+            << R"(<H><In><item id="1" group="0" validLevel="1" bitPosition=")" << bit << "\" "
+            << settings << "/></In></H>";
+        GPIOSignalConfigure reader;
+        SafePointer<HardwareConfigItemList> list;
+        reader.setConfigName("In");
+        reader.setConfigFileName("/lines.xml");
+        EXPECT_NE(reader.getConfig(list), 0);
+        const auto item = list->getHardwareConfigItemList().front();
+        return dynamic_pointer_cast<GPIOSignalConfigItem>(item)->getSettings();
+    }
+
     static void handle(int signalNumber) {
         EXPECT_EQ(signalNumber, SIGNAL);
-        const SimulatedBoard& board = s_Current->m_Board;
-        s_Current->m_Seen = 10 * board.level(0, 1) + board.level(0, 0);
+        int levels[2] = {-1, -1};
+        for (const int bit : {0, 1}) {
+            s_Current->m_Gpio.get(0, bit, levels[bit]);
+        }
+        s_Current->m_Seen = 10 * levels[1] + levels[0];
         s_Current->m_Calls.open();
         s_Current->m_Action();
     }
@@ -57,6 +99,7 @@ protected:
 
     const int m_Pid = SystemHelper::getPid();
     SimulatedBoard m_Board;
+    GPIO m_Gpio;
     LogCapture m_Log;
     Gate m_Calls;
     std::function<void()> m_Action = [] {};
@@ -107,6 +150,14 @@ TEST_F(GPIODetectTest, EndsWithTheLastLevelsOfBurstsAndFindsABankThatWasGoneAlso
         [&] { fs::remove_all(m_Board.bank(0)); },
         [&] { fs::rename(m_Board.bank(0), m_Board.root() / "bank"); },
         [&] { fs::rename(m_Board.device(), m_Board.root() / "device"); },
+        [&] { // as a link to a folder that stays
+            EXPECT_EQ(m_Detect->stopDetect(), 0);
+            fs::rename(m_Board.bank(0), m_Board.root() / "linked");
+            fs::create_symlink(m_Board.root() / "linked", m_Board.bank(0));
+            open();
+            EXPECT_EQ(m_Detect->startDetect(), 0);
+            fs::remove(m_Board.bank(0));
+        },
         [&] { // in an overflow, which hides it
             int limit = 0;
             std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> limit;
@@ -133,6 +184,20 @@ TEST_F(GPIODetectTest, EndsWithTheLastLevelsOfBurstsAndFindsABankThatWasGoneAlso
     }
 }
 
+TEST_F(GPIODetectTest, NoticesEachWayToChangeALine) {
+    EXPECT_EQ(m_Detect->startDetect(), 0);
+    fs::permissions(m_Board.line(0, 1), fs::perms::owner_read);
+    EXPECT_TRUE(m_Calls.wait()) << "it may have become readable";
+    std::ofstream file(m_Board.line(0, 0));
+    file << 1 << std::flush; // and not closed
+    expectSeen(1);
+    std::ofstream(m_Board.root() / "other") << 0;
+    fs::rename(m_Board.root() / "other", m_Board.line(0, 0));
+    expectSeen(0);
+    fs::remove(m_Board.line(0, 0));
+    expectSeen(-1);
+}
+
 TEST_F(GPIODetectTest, MayBeDestroyedFromTheHandler) {
     for (int round = 1; round <= 20; ++round) {
         Gate threadEnd;
@@ -150,13 +215,53 @@ TEST_F(GPIODetectTest, MayBeDestroyedFromTheHandler) {
 }
 
 TEST_F(GPIODetectTest, ALineThatIsNotThereReportsFromTheMomentItAppears) {
-    for (const int group : {0, 7}) { // a bank without the line, and no bank at all
+    EXPECT_EQ(m_Detect->open(), 0); // without a line, whose watch would notice more than its line
+    const int waits = s_EndlessWaits.count();
+    EXPECT_EQ(m_Detect->startDetect(), 0);
+    ASSERT_TRUE(s_EndlessWaits.wait(waits + 1)); // which the next line has to end
+    for (const int group : {7, 0}) {             // no bank at all, and a bank without the line
         EXPECT_EQ(m_Detect->addDetectLine(m_Pid, group, 9), 0);
-        EXPECT_EQ(m_Detect->startDetect(), 0);
         const int calls = m_Calls.count();
         m_Board.addLine(group, 9);
         EXPECT_TRUE(m_Calls.wait(calls + 1)) << group;
     }
+    EXPECT_LT(s_EndlessWaits.count(), waits + 100) << "it waits no more";
+}
+
+TEST_F(GPIODetectTest, ALineWithADebounceTimeChangesWhenItsLevelHasHeld) {
+    fs::last_write_time(m_Board.line(0, 0),
+                        fs::file_time_type::clock::now() - std::chrono::hours(1));
+    configure(R"(debounce="10000")");
+    configure(R"(debounce="50")", 1);
+    open();
+    handle(SIGNAL);
+    std::atomic<bool> glitch{false};
+    m_Action = [&] { glitch = glitch || m_Seen % 10 == 1; };
+    ASSERT_EQ(m_Detect->startDetect(), 0);
+    m_Board.setLevel(0, 0, 1); // a glitch, in which line 1 makes the handler read
+    m_Board.setLevel(0, 1, 1);
+    expectSeen(10);
+    EXPECT_FALSE(glitch);
+    EXPECT_EQ(m_Detect->stopDetect(), 0);
+
+    configure(R"(debounce="100")");
+    const auto begin = Clock::now();
+    m_Board.setLevel(0, 0, 1); // and a level that stays, from before the watch
+    open();
+    EXPECT_EQ(m_Detect->startDetect(), 0);
+    expectSeen(11);
+    EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(100));
+    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(4));
+    m_Detect->stopDetect();
+    EXPECT_NE(m_Gpio.set(0, 0, 0), 0);
+    handle(SIGNAL);
+    EXPECT_EQ(m_Seen, 10) << "what is driven does not bounce";
+
+    const auto settings =
+        configure(R"(name="A &amp; B" debounce="9" bias="disabled" drive="open-source")");
+    EXPECT_EQ(settings.name + std::to_string(settings.debounce), "A & B9");
+    EXPECT_EQ(settings.bias, GPIOLineSettings::BIAS_DISABLED);
+    EXPECT_EQ(settings.drive, GPIOLineSettings::OPEN_SOURCE);
 }
 
 TEST_F(GPIODetectTest, RefusesWhatCannotWork) {
@@ -167,9 +272,16 @@ TEST_F(GPIODetectTest, RefusesWhatCannotWork) {
     refused(m_Detect->setSignalHandler(SIGNAL, nullptr), "null");
     refused(m_Detect->addDetectLine(m_Pid + 1, 0, 0), "process");
     refused(m_Detect->addDetectLine(m_Pid, 0, -1), "negative");
+    refused(m_Detect->removeDetectLine(m_Pid, 0, 9), "not watched");
+    EXPECT_EQ(m_Detect->open(), 0);
+    refused(m_Detect->removeDetectLine(m_Pid, 0, 0), "not watched"); // any more
+    open();
     m_Detect->close();
+    refused(m_Detect->removeDetectLine(m_Pid, 0, 0), "not watched");
     refused(m_Detect->startDetect(), "not open");
     refused(m_Detect->addDetectLine(m_Pid, 0, 0), "not open");
+    EXPECT_EQ(m_Detect->open(), 0);
+    refused(m_Detect->startDetect(), "no handler");
     fs::remove_all(m_Board.device());
     refused(m_Detect->open(), "dev/gpiodrv");
 }

@@ -7,7 +7,6 @@
 #include <string>
 #include <thread>
 #include <unistd.h>
-#include <vector>
 
 /// A GPIO chip of this board's kernel whose far side, the wires, is in the test's hands, for as
 /// long as this object lives. What fails throws std::runtime_error or filesystem_error.
@@ -15,37 +14,19 @@ class SimChip {
 public:
     using path = std::filesystem::path;
 
-    struct Line {
-        unsigned offset;
-        std::string name;
-        std::string hog; ///< "input", "output-low", "output-high": the kernel itself holds the line
-    };
-
     /// Chips of one process that live at the same time need different names.
-    SimChip(const std::string& name, unsigned lines, const std::vector<Line>& details = {})
+    SimChip(const std::string& name, unsigned lines)
         : m_Folder("/sys/kernel/config/gpio-sim/" + name + "-" + std::to_string(getpid())) {
-        make(m_Folder);
-        make(m_Folder / "bank0");
+        std::filesystem::create_directories(m_Folder / "bank0");
         write(m_Folder / "bank0/num_lines", std::to_string(lines));
-        for (const Line& line : details) {
-            const path folder = m_Folder / "bank0" / ("line" + std::to_string(line.offset));
-            make(folder);
-            write(folder / "name", line.name);
-            if (!line.hog.empty()) {
-                make(folder / "hog");
-                write(folder / "hog/direction", line.hog);
-            }
-        }
         restore();
     }
 
     ~SimChip() {
         std::ofstream(m_Folder / "live") << "0"; // fails when the test has removed it
         std::error_code ignored;
-        while (!m_Made.empty()) {
-            std::filesystem::remove(m_Made.back(), ignored);
-            m_Made.pop_back();
-        }
+        std::filesystem::remove(m_Folder / "bank0", ignored);
+        std::filesystem::remove(m_Folder, ignored);
     }
     SimChip(const SimChip&) = delete;
 
@@ -88,10 +69,6 @@ public:
     }
 
 private:
-    void make(const path& folder) {
-        std::filesystem::create_directory(folder);
-        m_Made.push_back(folder);
-    }
     path attribute(unsigned line, const char* name) const {
         return m_Wires / ("sim_gpio" + std::to_string(line)) / name;
     }
@@ -109,7 +86,6 @@ private:
     }
 
     const path m_Folder;
-    std::vector<path> m_Made;
     std::string m_Chip;
     path m_Wires;
 };

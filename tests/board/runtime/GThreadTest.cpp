@@ -3,6 +3,8 @@
 #include "support/Gate.h"
 #include "support/LogCapture.h"
 
+#include <optional>
+
 namespace {
 
 /// Counts the passes of a thread, and the calls before the first and after the last one.
@@ -45,6 +47,33 @@ TEST_F(GThreadTest, RepeatsUntilAnExceptionOrAStopWhichCutsWaitsShort) {
         EXPECT_EQ(m_Passes.count(), passes);
         EXPECT_EQ(m_Asides.count(), 1 + passes * 2 / 3);
     }
+}
+
+TEST(GThread, MayBeReplacedFromInside) {
+    struct Relay {
+        void runAnew(int (Relay::*body)()) {
+            const function<int> nothing(GThread::emptyFun);
+            m_Thread.reset();
+            m_Thread.emplace(function<int>(body, this), "relay", nothing, nothing);
+            EXPECT_NE(m_Thread->start(), 0);
+        }
+        int first() {
+            m_FirstEnd.openAtThreadEnd();
+            for (int i = 0; i < 2; ++i) {
+                m_Thread->stop(); // its own, then another in that one's place
+                EXPECT_EQ(m_Thread->running(), 0);
+                runAnew(&Relay::second);
+            }
+            return 0;
+        }
+        int second() { return TarvikTime::wait(TarvikTime(3600, 0)), 0; }
+
+        Gate m_FirstEnd;
+        std::optional<GThread> m_Thread;
+    } relay;
+    relay.runAnew(&Relay::first);
+    EXPECT_TRUE(relay.m_FirstEnd.wait());
+    relay.m_Thread->stop();
 }
 
 } // namespace

@@ -1,3 +1,18 @@
+// A bank is present, as long as m_Lines is set, or gone, for good: when the entry comes back, the
+// table opens another bank. Whoever runs into the loss moves it, through lose(): an operation whose
+// ioctl finds the chip taken away, drain() when the sentinel was disturbed and the entry leads
+// elsewhere now, and the table when it puts another bank in this one's place.
+//
+// m_Mutex is held for the whole of every operation, system calls included, so all users of one chip
+// take turns; a chip that hangs holds up its own bank only. The watches have no state here but
+// their Watcher. The kernel reports a change once, to whoever reads it first: so every operation on
+// the lines ends in settle(), which marks the change for each watch of the line and wakes it, under
+// the same lock.
+//
+// What must never be seen: a change that one watch has taken and another misses; a watch that
+// sleeps on after the loss; a bank that is gone and still has its chip open, as the chip could not
+// come back under its number; an output that loses its level because udev made the entry anew.
+
 #include "board/gpio/kernel/KernelBank.h"
 
 #include "board/gpio/kernel/KernelChip.h"

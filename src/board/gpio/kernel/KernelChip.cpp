@@ -2,16 +2,39 @@
 
 #include "board/runtime/Cause.h"
 
+#include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <linux/gpio.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace {
 
 bool isUnknownRequest() { return errno == ENOTTY || errno == EINVAL; }
+
+// What a line of this library is labelled with, for the messages of other processes and for
+// gpioinfo: "nvrhw:<pid>:<program>". The label tells more surely than /proc, which need not show
+// the processes of others. The kernel keeps 31 characters, which is enough for all of it.
+constexpr char OURS[] = "nvrhw:";
+constexpr std::size_t OURS_LENGTH = sizeof(OURS) - 1;
+
+std::string ownLabel() {
+    const std::string label = OURS + std::to_string(getpid()) + ":" + program_invocation_short_name;
+    return label.substr(0, GPIO_MAX_NAME_SIZE - 1);
+}
+
+// The holder of a line, by its label.
+std::string nameOf(const std::string& label) {
+    const std::size_t end = label.find(':', OURS_LENGTH);
+    if (label.compare(0, OURS_LENGTH, OURS) != 0 || end == std::string::npos) {
+        return '"' + label + '"';
+    }
+    return "nvrhw (pid " + label.substr(OURS_LENGTH, end - OURS_LENGTH) + ", " +
+           label.substr(end + 1) + "): a running recorder holds its lines";
+}
 
 } // namespace
 
@@ -64,26 +87,29 @@ bool KernelChip::isOutput(int bit) const {
            (line.flags & GPIO_V2_LINE_FLAG_OUTPUT) != 0;
 }
 
-bool KernelChip::isHeld(int bit, std::string& holder) const {
+std::string KernelChip::describeUse(int bit) const {
     gpio_v2_line_info line{};
     line.offset = static_cast<__u32>(bit);
-    if (ioctl(m_Chip.get(), GPIO_V2_GET_LINEINFO_IOCTL, &line) != 0) {
-        return false;
+    if (ioctl(m_Chip.get(), GPIO_V2_GET_LINEINFO_IOCTL, &line) != 0 ||
+        (line.flags & GPIO_V2_LINE_FLAG_USED) == 0) {
+        return "";
     }
-    holder.assign(line.consumer, strnlen(line.consumer, sizeof(line.consumer)));
-    return (line.flags & GPIO_V2_LINE_FLAG_USED) != 0;
+    const std::string consumer(line.consumer, strnlen(line.consumer, sizeof(line.consumer)));
+    return consumer.empty() ? "in use" : "held by " + nameOf(consumer);
 }
 
 Cause KernelChip::explain(int bit, int error) const {
     Cause cause{"line " + std::to_string(bit), m_Path, 0, error, bit};
-    std::string holder;
-    if (error == EBUSY && isHeld(bit, holder)) {
-        cause.what += holder.empty() ? " is in use" : " is held by \"" + holder + '"';
+    const std::string use = error == EBUSY ? describeUse(bit) : "";
+    if (!use.empty()) {
+        cause.what += " is " + use;
     }
     return cause;
 }
 
 FileDescriptor KernelChip::request(gpio_v2_line_request& request) const {
+    const std::string label = ownLabel();
+    std::memcpy(request.consumer, label.c_str(), label.size() + 1);
     if (ioctl(m_Chip.get(), GPIO_V2_GET_LINE_IOCTL, &request) != 0) {
         return FileDescriptor();
     }

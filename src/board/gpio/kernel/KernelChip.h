@@ -25,13 +25,15 @@ public:
     /// True when the line drives, whoever has made it an output.
     bool isOutput(int bit) const;
 
-    /// True when somebody has the line, maybe this process; `holder` is the name left there.
-    bool isHeld(int bit, std::string& holder) const;
+    /// Who has the line, maybe this process, for a sentence that begins "line 3 is ": `held by
+    /// "x"`, "held by nvrhw (pid 412, recorder): a running recorder ...", "in use". Empty when
+    /// nobody has it.
+    std::string describeUse(int bit) const;
 
-    /// Why a line cannot be had, from the error number of the attempt; names who has it.
+    /// Why a line cannot be had, from the error number of the attempt; says who has it.
     Cause explain(int bit, int error) const;
 
-    /// Asks for lines; no descriptor, and errno, on failure.
+    /// Asks for lines in the name of this process; no descriptor, and errno, on failure.
     FileDescriptor request(gpio_v2_line_request& request) const;
 
 private:

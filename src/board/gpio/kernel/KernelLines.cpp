@@ -1,3 +1,17 @@
+// To this process a line is free, refused (in m_Refused: asked for in vain, asked for again by each
+// hold()), or held in a request (in m_Requests) in one of the roles: as is, input, output. hold()
+// makes a free or refused line as is, or an input when it is watched, and an input of what was as
+// is; drive() makes an output of any; an output stays one. An input is silent (in m_Silent) when
+// the kernel cannot report its changes.
+//
+// A request holds many lines, so one of them can only leave, or a new one join, when remake()
+// closes the request and asks anew. What changes in between nobody reports, so its inputs count as
+// changed.
+//
+// No lock: the bank's covers every call. What must never be seen: a request with an output closed,
+// which may drop its level; a line in two requests, which the kernel refuses; a watched line whose
+// change was not reported and that is not in m_Changed; a line that fails because another one does.
+
 #include "board/gpio/kernel/KernelLines.h"
 
 #include "board/gpio/bank/GPIOFaultBook.h"
@@ -76,15 +90,13 @@ void KernelLines::readFrom(const KernelRequest& request,
     for (const GPIOReading* reading : readings) {
         levels[reading->bit] = 0;
     }
-    const bool done = request.read(levels);
-    const int error = errno;
+    const int error = request.read(levels) ? 0 : errno;
     for (GPIOReading* reading : readings) {
-        errno = error;
-        reading->cause = done ? Cause() : explain(reading->bit);
-        reading->level = levels[reading->bit];
-        if (done) {
+        if (error == 0) {
+            reading->level = levels[reading->bit];
             m_Unread.erase(reading->bit);
         } else {
+            reading->cause = explain(reading->bit, error);
             m_Unread.insert(reading->bit);
         }
     }
@@ -109,7 +121,7 @@ bool KernelLines::drive(int bit, int level, Cause& cause) {
         done = true;
     }
     if (!done) {
-        cause = explain(bit);
+        cause = explain(bit, errno);
         if (held != m_Requests.end() &&
             held->second->getLines().front().role == KernelLine::INPUT) {
             release(bit); // the kernel may have ended its reports
@@ -200,7 +212,7 @@ bool KernelLines::takeTogether(const std::vector<KernelLine>& lines) {
         if (line.role == KernelLine::INPUT && !line.isSilent && isForWantOfReports(errno)) {
             return takeSilently(line);
         }
-        m_Refused[line.bit] = explain(line.bit);
+        m_Refused[line.bit] = explain(line.bit, errno);
         return false;
     }
     const auto middle = lines.begin() + static_cast<std::ptrdiff_t>(lines.size() / 2);
@@ -282,8 +294,7 @@ void KernelLines::remake(std::set<Request>& requests, int without) {
     take(lines);
 }
 
-// Of the present errno.
-Cause KernelLines::explain(int bit) {
-    m_IsGone = m_IsGone || errno == ENODEV;
-    return m_Chip->explain(bit, errno);
+Cause KernelLines::explain(int bit, int error) {
+    m_IsGone = m_IsGone || error == ENODEV;
+    return m_Chip->explain(bit, error);
 }

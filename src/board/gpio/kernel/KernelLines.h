@@ -72,7 +72,7 @@ private:
     void release(int bit);
     void remake(std::set<Request>& requests, int without);
     void readFrom(const KernelRequest& request, const std::vector<GPIOReading*>& readings);
-    Cause explain(int bit);
+    Cause explain(int bit, int error);
 
     const std::unique_ptr<KernelChip> m_Chip;
     const int m_Group;

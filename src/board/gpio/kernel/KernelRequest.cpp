@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <iterator>
 #include <linux/gpio.h>
@@ -20,7 +19,6 @@ constexpr std::uint64_t DRIVE_FLAGS[] = {0, 0, GPIO_V2_LINE_FLAG_OPEN_DRAIN,
 constexpr std::uint64_t EDGE_FLAGS = GPIO_V2_LINE_FLAG_EDGE_RISING | GPIO_V2_LINE_FLAG_EDGE_FALLING;
 constexpr std::uint32_t MICROSECONDS = 1000; // of a millisecond
 
-constexpr char CONSUMER[] = "nvrhw";
 constexpr std::size_t MOST_EVENTS = 64;
 constexpr int MOST_READS = 64; // a line that never rests must not hold up the detector
 
@@ -98,7 +96,6 @@ KernelRequest::open(const KernelChip& chip, const std::vector<KernelLine>& lines
                    [](const KernelLine& line) { return static_cast<__u32>(line.bit); });
     request.num_lines = static_cast<__u32>(lines.size());
     request.config = makeConfig(lines, level);
-    std::memcpy(request.consumer, CONSUMER, sizeof(CONSUMER));
     FileDescriptor descriptor = chip.request(request);
     if (!descriptor.isValid() || fcntl(descriptor.get(), F_SETFL, O_NONBLOCK) != 0) {
         return nullptr;

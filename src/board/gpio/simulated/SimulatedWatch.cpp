@@ -1,3 +1,12 @@
+// A covered line is at rest, or due at a time (in m_Due): its file was written and its debounce
+// time runs; each further write begins it anew. A line without debounce time is always at rest.
+// Events and time move it, in drain(), which the detector's thread calls at the latest when
+// getTimeout() says so; no other thread touches a watch, so there is no lock.
+//
+// What must never be seen: the end of a debounce time told before SimulatedBank gives the new level
+// (it judges by the file's time, whose clock is coarser than ours: hence the tick more), and a bank
+// that was exchanged while the watch began (hence the device is watched before the bank).
+
 #include "board/gpio/simulated/SimulatedWatch.h"
 
 #include "board/gpio/bank/GPIOLineSettingsTable.h"
