@@ -134,6 +134,14 @@ TEST_F(IOAlarmInManagerTest, KeepsAValidLevelPerInput) {
     EXPECT_EQ(m_Manager.setValidLevel(7, 1) + m_Manager.getValidLevel(7, level), 2);
     EXPECT_EQ(level, 1);
     EXPECT_EQ(notify(), "1=0 2=1 7=1");
+
+    std::vector<IOInfo> infos(3); // what was in it goes
+    const auto list = m_Detail->getAlarmInConfigItemList();
+    NS_IOAlarmInManager::changeGPIOSignalConfigItem2IOInfo(
+        {dynamic_pointer_cast<GPIOSignalConfigItem>(list->getHardwareConfigItemList().back())},
+        infos);
+    ASSERT_EQ(infos.size(), 1U);
+    EXPECT_EQ(infos[0].getId() * 100 + infos[0].getGroupId() * 10 + infos[0].getBitPosion(), 215);
 }
 
 // A listener that calls back into the manager would wait for itself for ever.

@@ -37,10 +37,10 @@ void Framework::note(const string& call, bool withLocks) {
 }
 string Framework::taken() { return std::exchange(notes, ""); }
 
-#define NOTED(Class)                                                                               \
+#define NOTED(Class, exceptions)                                                                   \
     struct Class::Impl {};                                                                         \
     Class::Class() { note(#Class); }                                                               \
-    Class::~Class() noexcept { note("~" #Class); }
+    Class::~Class() exceptions { note("~" #Class); }
 
 // Locks: one number of the storage is enough.
 using State = std::atomic<int>;
@@ -99,7 +99,7 @@ int GThread::running() const { return (note("running"), hasPassed ? 1 : 0); }
 void Framework::pass() { hasPassed = isStarted && (*body)() == 0; }
 
 // Messages go to the one observer there is; nothing is traced; a log record is a note.
-NOTED(ISubject)
+NOTED(ISubject, )
 static IObserver* observer = nullptr;
 int ISubject::addObserver(IObserver* added) { return (observer = added, 1); }
 int ISubject::notifyObserver(IMessage* message) { return (observer->update(message), 1); }
@@ -119,7 +119,7 @@ using Line = std::pair<int, int>; // group and bit
 static std::map<Line, int> levels;
 static string text(Line line) { return to_string(line.first) + "/" + to_string(line.second); }
 
-NOTED(GPIO)
+NOTED(GPIO, noexcept)
 int GPIO::init() { return (note(m_DeviceName), 0); }
 int GPIO::uninit() { return 1; }
 int GPIO::set(int group, int bit, int level) {
@@ -135,7 +135,7 @@ int GPIO::get(const vector<IOInfo>& lines, vector<IOState>& states) {
     return 1;
 }
 
-NOTED(GPIODetect)
+NOTED(GPIODetect, noexcept)
 static IGPIODetect::Handler handlerInUse = nullptr;
 static std::set<Line> watched;
 static bool isDetecting = false;
@@ -157,15 +157,15 @@ void Framework::edge(int group, int bit, int level) {
     }
 }
 
-NOTED(I2CController)
+NOTED(I2CController, )
 int I2CController::init() { return (note("init"), 0); }
 int I2CController::getBuses(vector<I2CBus>&) { return 0; }
 int I2CController::readRegisters(int, int, int, int, vector<unsigned char>&) { return 0; }
 int I2CController::writeRegisters(int, int, int, const vector<unsigned char>&) { return 0; }
-NOTED(NetController)
+NOTED(NetController, )
 int NetController::getInterfaces(vector<NetInterface>&) { return 0; }
 int NetController::getInterface(const string&, NetInterface&) { return 0; }
-NOTED(SystemTime)
+NOTED(SystemTime, )
 int SystemTime::init() { return (note(m_ConfigFileName), 0); }
 int SystemTime::getHardwareTime(DateTime&) { return 0; }
 int SystemTime::setHardwareTime(const DateTime&) { return 0; }
@@ -216,7 +216,7 @@ struct Node : Place<XmlConfigureNode> {
         return (note("items"), list<Place<XmlConfigureItem>>(path + "item", out));
     }
 };
-NOTED(XmlConfigureTool)
+NOTED(XmlConfigureTool, )
 int XmlConfigureTool::open(const string& path, int version, OPEN_MODE mode) {
     return (note(path), note(to_string(version) + " " + to_string(mode)), 1);
 }
@@ -228,7 +228,7 @@ int XmlConfigureTool::getConfigNodeList(const string& name, vector<NodePointer>&
 }
 
 // The other documents: some lines, and files that are read and empty.
-NOTED(GPIOSignalConfigure)
+NOTED(GPIOSignalConfigure, )
 static string section;
 void GPIOSignalConfigure::setConfigName(const string& name) { note(section = name); }
 void GPIOSignalConfigure::setConfigFileName(const string& name) { note(name); }
@@ -241,7 +241,7 @@ int GPIOSignalConfigure::getConfig(SafePointer<HardwareConfigItemList>& out) {
     }
     return 1;
 }
-NOTED(SoftwarePackageParser)
+NOTED(SoftwarePackageParser, )
 int SoftwarePackageParser::parse(const string& path, SoftwarePackage&) { return (note(path), 1); }
 int SystemInfoParser::parseMachineInfo(const string& path, MachineInfo&) { return (note(path), 1); }
 using FileSystems = vector<FileSystemAbility>;

@@ -74,8 +74,9 @@ bool waitForMessage(AlarmMailbox& mailbox, AlarmMailbox::Mail& mail, const Signa
         if (mail.events.empty()) {
             mail = mailbox.take();
         }
-        if (std::exchange(mail.lost, 0) > 0) {
-            Console::complain("messages are lost: nobody has read them in time");
+        if (const std::size_t lost = std::exchange(mail.lost, 0); lost > 0) {
+            Console::complain(std::to_string(lost) +
+                              " messages are lost: nobody read them in time");
         }
         const bool isEmpty = mail.events.empty();
         const short wanted = isEmpty ? 0 : POLLOUT;

@@ -34,14 +34,15 @@ void drawMessages(PanelScreen& screen, const PanelModel& model, int top, int row
     for (; next > 0 && used < rows; --next) {
         used += static_cast<int>(linesOf(next - 1).size());
     }
-    int row = top + std::min(0, rows - used); // the first rows of a long one may be above the top
+    // The first rows of a long one may be above the top, but not of the only one.
+    int row = top + (next == count - below - 1 ? 0 : std::min(0, rows - used));
     for (int i = next; i < count - below; ++i) {
         if (row >= top) {
             screen.put(row, TIME_COLUMN, at(i).clockText(), FAINT);
             screen.put(row, KIND_COLUMN, KINDS[at(i).kind].word, KINDS[at(i).kind].style);
         }
         for (const std::wstring& line : linesOf(i)) {
-            screen.put(row, TEXT_COLUMN, row >= top ? line : L"", PLAIN);
+            screen.put(row, TEXT_COLUMN, row >= top && row < top + rows ? line : L"", PLAIN);
             ++row;
         }
     }

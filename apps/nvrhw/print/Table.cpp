@@ -10,8 +10,8 @@
 namespace {
 
 constexpr int GAP = 2;
-constexpr char INDENT[] = "  "; // below a heading
-constexpr int SHORTEST_CUT = 8; // a text is not cut to less than this for the sake of others
+constexpr char INDENT[] = "  ";  // below a heading
+constexpr int SHORTEST_CUT = 10; // a text is not cut to less than this for the sake of others
 constexpr const char* STYLES[] = {"",           "\033[1m",  "\033[2m",   "\033[32m",
                                   "\033[1;31m", "\033[33m", "\033[1;36m"};
 constexpr char STYLE_END[] = "\033[0m";
@@ -63,9 +63,10 @@ void Table::addFacts(const Record& facts, const std::string& heading) {
     if (!heading.empty()) {
         m_Rows.push_back({{heading, STRONG}});
     }
-    const bool areNumbers = std::all_of(facts.begin(), facts.end(), [](const Fact& fact) {
-        return fact.isNumber() || std::holds_alternative<bool>(fact.value);
-    });
+    const bool areNumbers =
+        heading.empty() && std::all_of(facts.begin(), facts.end(), [](const Fact& fact) {
+            return fact.isNumber() || std::holds_alternative<bool>(fact.value);
+        });
     for (const Fact& fact : facts) {
         m_Rows.push_back({{(heading.empty() ? "" : INDENT) + Text::harmless(fact.title)},
                           {Text::harmless(fact.words()), fact.style, areNumbers},

@@ -40,6 +40,8 @@ TEST_F(MonitorParams, ReplacesOneRecordAndKeepsTheRest) {
     fs::permissions(m_Path, fs::perms(0640));
     fs::create_symlink("../p.xml", real("/monitors/link.xml"));
     MonitorParamConfig store(1, "/monitors/link.xml");
+    ASSERT_NE(store.getMonitorType(2, m_Param), 0);
+    EXPECT_EQ(m_Param.getBrightness(), 50) << "a value that stands nowhere";
     ASSERT_NE(store.getMonitorType(3, m_Param), 0);
     for (const int id : {2, -9}) {
         m_Param.setMonitorId(id);

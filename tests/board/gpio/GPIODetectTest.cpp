@@ -44,7 +44,10 @@ protected:
         EXPECT_NE(m_Gpio.init(), 0);
         open();
     }
-    ~GPIODetectTest() noexcept override { configure(""); } // for the tests to come
+    ~GPIODetectTest() noexcept override { // for the tests to come
+        configure("");
+        configure("", 1);
+    }
 
     void addBank() {
         for (const int bit : {0, 1, OUTPUT}) {
@@ -60,11 +63,11 @@ protected:
         }
     }
 
-    /// Reads a configuration of line 0 with these settings.
-    GPIOLineSettings configure(const std::string& settings) const {
+    /// Reads a configuration of a line with these settings.
+    GPIOLineSettings configure(const std::string& settings, int bit = 0) const {
         std::ofstream(m_Board.root() / "lines.xml")
-            << R"(<H><In><item id="1" group="0" bitPosition="0" validLevel="1" )" << settings
-            << "/></In></H>";
+            << R"(<H><In><item id="1" group="0" validLevel="1" bitPosition=")" << bit << "\" "
+            << settings << "/></In></H>";
         GPIOSignalConfigure reader;
         SafePointer<HardwareConfigItemList> list;
         reader.setConfigName("In");
@@ -147,6 +150,14 @@ TEST_F(GPIODetectTest, EndsWithTheLastLevelsOfBurstsAndFindsABankThatWasGoneAlso
         [&] { fs::remove_all(m_Board.bank(0)); },
         [&] { fs::rename(m_Board.bank(0), m_Board.root() / "bank"); },
         [&] { fs::rename(m_Board.device(), m_Board.root() / "device"); },
+        [&] { // as a link to a folder that stays
+            EXPECT_EQ(m_Detect->stopDetect(), 0);
+            fs::rename(m_Board.bank(0), m_Board.root() / "linked");
+            fs::create_symlink(m_Board.root() / "linked", m_Board.bank(0));
+            open();
+            EXPECT_EQ(m_Detect->startDetect(), 0);
+            fs::remove(m_Board.bank(0));
+        },
         [&] { // in an overflow, which hides it
             int limit = 0;
             std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> limit;
@@ -173,6 +184,20 @@ TEST_F(GPIODetectTest, EndsWithTheLastLevelsOfBurstsAndFindsABankThatWasGoneAlso
     }
 }
 
+TEST_F(GPIODetectTest, NoticesEachWayToChangeALine) {
+    EXPECT_EQ(m_Detect->startDetect(), 0);
+    fs::permissions(m_Board.line(0, 1), fs::perms::owner_read);
+    EXPECT_TRUE(m_Calls.wait()) << "it may have become readable";
+    std::ofstream file(m_Board.line(0, 0));
+    file << 1 << std::flush; // and not closed
+    expectSeen(1);
+    std::ofstream(m_Board.root() / "other") << 0;
+    fs::rename(m_Board.root() / "other", m_Board.line(0, 0));
+    expectSeen(0);
+    fs::remove(m_Board.line(0, 0));
+    expectSeen(-1);
+}
+
 TEST_F(GPIODetectTest, MayBeDestroyedFromTheHandler) {
     for (int round = 1; round <= 20; ++round) {
         Gate threadEnd;
@@ -191,14 +216,10 @@ TEST_F(GPIODetectTest, MayBeDestroyedFromTheHandler) {
 
 TEST_F(GPIODetectTest, ALineThatIsNotThereReportsFromTheMomentItAppears) {
     EXPECT_EQ(m_Detect->open(), 0); // without a line, whose watch would notice more than its line
-    m_Action = [&] { EXPECT_TRUE(fs::exists(m_Board.bank(7))) << "a call for a forgotten line"; };
     const int waits = s_EndlessWaits.count();
     EXPECT_EQ(m_Detect->startDetect(), 0);
     ASSERT_TRUE(s_EndlessWaits.wait(waits + 1)); // which the next line has to end
-    for (int i = 0; i < 100; ++i) {
-        m_Board.setLevel(0, 0, i % 2);
-    }
-    for (const int group : {7, 0}) { // no bank at all, and a bank without the line
+    for (const int group : {7, 0}) {             // no bank at all, and a bank without the line
         EXPECT_EQ(m_Detect->addDetectLine(m_Pid, group, 9), 0);
         const int calls = m_Calls.count();
         m_Board.addLine(group, 9);
@@ -211,6 +232,7 @@ TEST_F(GPIODetectTest, ALineWithADebounceTimeChangesWhenItsLevelHasHeld) {
     fs::last_write_time(m_Board.line(0, 0),
                         fs::file_time_type::clock::now() - std::chrono::hours(1));
     configure(R"(debounce="10000")");
+    configure(R"(debounce="50")", 1);
     open();
     handle(SIGNAL);
     std::atomic<bool> glitch{false};
@@ -220,14 +242,16 @@ TEST_F(GPIODetectTest, ALineWithADebounceTimeChangesWhenItsLevelHasHeld) {
     m_Board.setLevel(0, 1, 1);
     expectSeen(10);
     EXPECT_FALSE(glitch);
-    m_Board.setLevel(0, 0, 0);
+    EXPECT_EQ(m_Detect->stopDetect(), 0);
 
     configure(R"(debounce="100")");
-    EXPECT_EQ(m_Detect->removeDetectLine(m_Pid, 0, 0) + m_Detect->addDetectLine(m_Pid, 0, 0), 0);
     const auto begin = Clock::now();
-    m_Board.setLevel(0, 0, 1); // and a level that stays
+    m_Board.setLevel(0, 0, 1); // and a level that stays, from before the watch
+    open();
+    EXPECT_EQ(m_Detect->startDetect(), 0);
     expectSeen(11);
     EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(100));
+    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(4));
     m_Detect->stopDetect();
     EXPECT_NE(m_Gpio.set(0, 0, 0), 0);
     handle(SIGNAL);
@@ -249,7 +273,11 @@ TEST_F(GPIODetectTest, RefusesWhatCannotWork) {
     refused(m_Detect->addDetectLine(m_Pid + 1, 0, 0), "process");
     refused(m_Detect->addDetectLine(m_Pid, 0, -1), "negative");
     refused(m_Detect->removeDetectLine(m_Pid, 0, 9), "not watched");
+    EXPECT_EQ(m_Detect->open(), 0);
+    refused(m_Detect->removeDetectLine(m_Pid, 0, 0), "not watched"); // any more
+    open();
     m_Detect->close();
+    refused(m_Detect->removeDetectLine(m_Pid, 0, 0), "not watched");
     refused(m_Detect->startDetect(), "not open");
     refused(m_Detect->addDetectLine(m_Pid, 0, 0), "not open");
     EXPECT_EQ(m_Detect->open(), 0);

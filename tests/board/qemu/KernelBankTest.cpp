@@ -297,8 +297,7 @@ TEST_F(KernelBankTest, ALineOfAnotherRecorderNamesItsProcess) {
     EXPECT_EQ(m_Gpio.set(0, 1, 0), 0);
     m_Log.expectOne({"line 1 is held by nvrhw (pid " + std::to_string(other) + ", board-tests): " +
                      "a running recorder holds its lines: Device or resource busy"});
-    EXPECT_EQ(kill(other, SIGKILL), 0);
-    EXPECT_EQ(waitpid(other, nullptr, 0), other);
+    EXPECT_TRUE(kill(other, SIGKILL) == 0 && waitpid(other, nullptr, 0) == other);
     EXPECT_NE(m_Gpio.set(0, 1, 0), 0);
 }
 
@@ -340,6 +339,27 @@ TEST_F(KernelBankTest, AChipThatIsTakenAwayIsFoundAgainUnderAnotherNumber) {
     m_Board.addLine(0, 0, 1); // and a simulated bank takes its place
     m_Board.addLine(0, 1, 1);
     EXPECT_TRUE(observer.waitFor({1, 1}));
+}
+
+TEST_F(KernelBankTest, ABankThatIsExchangedWhileItIsUsedIsTriedAgain) {
+    const auto exchangeInNextRequest = [&] {
+        s_Requests.after = [&, done = false]() mutable {
+            if (!std::exchange(done, true)) {
+                m_Chip.remove();
+                m_Chip.restore();
+                m_Chip.linkAs(m_Board.root(), 0);
+                m_Chip.pull(2, true);
+            }
+        };
+    };
+    EXPECT_EQ(get(1), 0);
+    exchangeInNextRequest(); // which asks what line 2 is
+    EXPECT_EQ(get(2), 1);
+    EXPECT_EQ(get(1), 0);    // both share a request now
+    exchangeInNextRequest(); // which takes line 2 alone again, for line 1 to leave
+    EXPECT_NE(m_Gpio.set(0, 1, 1), 0);
+    EXPECT_TRUE(m_Chip.value(1));
+    EXPECT_EQ(m_Log.take(), "");
 }
 
 TEST_F(KernelBankTest, ReadingLeavesDirectionsAndDrivingHasNoOtherLevelInBetween) {
@@ -399,7 +419,10 @@ TEST_F(KernelBankTest, SettingsReachTheKernelAndEveryDetectorIsTold) {
     EXPECT_NE(m_Gpio.set(0, 2, 0), 0); // a watched line that is driven tells so
     EXPECT_TRUE(one.waitFor({1, 0}));
     EXPECT_TRUE(two.waitFor({0, 1}));
-    EXPECT_NE(info(2).flags & GPIO_V2_LINE_FLAG_OUTPUT, 0U);
+    std::filesystem::create_symlink(m_Chip.device(), m_Board.root() / "new");
+    std::filesystem::rename(m_Board.root() / "new", m_Board.bank(0)); // as udev does: outputs stay
+    m_Chip.pull(0, false);
+    EXPECT_TRUE(one.waitFor({0, 0}));
 }
 
 TEST_F(KernelBankTest, AFailureIsLoggedOnceCountedAndHeals) {

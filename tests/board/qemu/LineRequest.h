@@ -34,16 +34,6 @@ public:
     LineRequest(const LineRequest&) = delete;
     LineRequest& operator=(const LineRequest&) = delete;
 
-    bool get() const {
-        gpio_v2_line_values values = {0, 1};
-        check(ioctl(m_Line, GPIO_V2_LINE_GET_VALUES_IOCTL, &values), "get");
-        return values.bits != 0;
-    }
-    void set(bool high) {
-        gpio_v2_line_values values = {high ? 1U : 0U, 1};
-        check(ioctl(m_Line, GPIO_V2_LINE_SET_VALUES_IOCTL, &values), "set");
-    }
-
 private:
     static void check(int result, const std::string& subject) {
         if (result < 0) {

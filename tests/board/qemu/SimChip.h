@@ -7,7 +7,6 @@
 #include <string>
 #include <thread>
 #include <unistd.h>
-#include <vector>
 
 /// A GPIO chip of this board's kernel whose far side, the wires, is in the test's hands, for as
 /// long as this object lives. What fails throws std::runtime_error or filesystem_error.
@@ -18,8 +17,7 @@ public:
     /// Chips of one process that live at the same time need different names.
     SimChip(const std::string& name, unsigned lines)
         : m_Folder("/sys/kernel/config/gpio-sim/" + name + "-" + std::to_string(getpid())) {
-        make(m_Folder);
-        make(m_Folder / "bank0");
+        std::filesystem::create_directories(m_Folder / "bank0");
         write(m_Folder / "bank0/num_lines", std::to_string(lines));
         restore();
     }
@@ -27,10 +25,8 @@ public:
     ~SimChip() {
         std::ofstream(m_Folder / "live") << "0"; // fails when the test has removed it
         std::error_code ignored;
-        while (!m_Made.empty()) {
-            std::filesystem::remove(m_Made.back(), ignored);
-            m_Made.pop_back();
-        }
+        std::filesystem::remove(m_Folder / "bank0", ignored);
+        std::filesystem::remove(m_Folder, ignored);
     }
     SimChip(const SimChip&) = delete;
 
@@ -73,10 +69,6 @@ public:
     }
 
 private:
-    void make(const path& folder) {
-        std::filesystem::create_directory(folder);
-        m_Made.push_back(folder);
-    }
     path attribute(unsigned line, const char* name) const {
         return m_Wires / ("sim_gpio" + std::to_string(line)) / name;
     }
@@ -94,7 +86,6 @@ private:
     }
 
     const path m_Folder;
-    std::vector<path> m_Made;
     std::string m_Chip;
     path m_Wires;
 };

@@ -36,6 +36,13 @@ constexpr Range ANY{};
 constexpr Range NOT_NEGATIVE{0, ANY.highest};
 constexpr Range POSITIVE{1, ANY.highest};
 
+/// The row with another value.
+template <typename Row, typename Value>
+constexpr Row changed(Row row, Value Row::*member, Value value) {
+    row.*member = value;
+    return row;
+}
+
 /// An attribute of an element, or a key of an ini section.
 struct FieldSchema {
     /// A CHOICE is one of some texts; its value is the place of the text from 1, and 0 without one.
@@ -46,82 +53,70 @@ struct FieldSchema {
     enum Presence { OPTIONAL, EXPECTED, REQUIRED };
 
     const char* name;
-    Kind kind;
     const char* meaning;
-    Presence presence = OPTIONAL;
-    Range accepted{};                 ///< of a number; the readers refuse others
-    int absent = 0;                   ///< the value of a number or flag that is not there
     const char* absentText = nullptr; ///< in words, where the value says too little
+    const char* doubt = nullptr;      ///< what only a check has to say wherever it stands
     Table<const char*> choices{};     ///< of a CHOICE
-
-    // What a reader takes but almost surely is a mistake.
-    Range likely{};              ///< of a number, or of the bytes of a text
-    bool isKey = false;          ///< the numbers of all keys together stand once among siblings
-    const char* doubt = nullptr; ///< what is to be said wherever it stands
+    Kind kind = TEXT;
+    Presence presence = OPTIONAL;
+    Range accepted{}; ///< of a number; the readers refuse others
+    Range likely{};   ///< of a number, or of the bytes of a text; others are almost surely mistakes
+    int absent = 0;   ///< the value of a number or flag that is not there
+    bool isKey = false; ///< the numbers of all keys together stand once among siblings
 
     static constexpr FieldSchema number(const char* name, const char* meaning) {
-        return {name, NUMBER, meaning};
+        return of(NUMBER, name, meaning);
     }
     /// How many there are of something.
     static constexpr FieldSchema count(const char* name, const char* meaning) {
         return number(name, meaning).expected().mostly(NOT_NEGATIVE);
     }
     static constexpr FieldSchema flag(const char* name, const char* meaning) {
-        return {name, FLAG, meaning};
+        return of(FLAG, name, meaning);
     }
     static constexpr FieldSchema text(const char* name, const char* meaning) {
-        return {name, TEXT, meaning};
+        return of(TEXT, name, meaning);
     }
     static constexpr FieldSchema choice(const char* name, const char* meaning,
                                         Table<const char*> choices) {
-        FieldSchema field{name, CHOICE, meaning};
+        FieldSchema field = of(CHOICE, name, meaning);
         field.choices = choices;
         return field;
     }
 
     constexpr FieldSchema required() const {
-        FieldSchema changed = *this;
-        changed.presence = REQUIRED;
-        return changed;
+        return changed(*this, &FieldSchema::presence, REQUIRED);
     }
     constexpr FieldSchema expected() const {
-        FieldSchema changed = *this;
-        changed.presence = EXPECTED;
-        return changed;
+        return changed(*this, &FieldSchema::presence, EXPECTED);
     }
     constexpr FieldSchema from(Range range) const {
-        FieldSchema changed = *this;
-        changed.accepted = range;
-        return changed;
+        return changed(*this, &FieldSchema::accepted, range);
     }
     constexpr FieldSchema otherwise(const char* text) const {
-        FieldSchema changed = *this;
-        changed.absentText = text;
-        return changed;
+        return changed(*this, &FieldSchema::absentText, text);
     }
     constexpr FieldSchema otherwise(int value) const {
-        FieldSchema changed = *this;
-        changed.absent = value;
-        return changed;
+        return changed(*this, &FieldSchema::absent, value);
     }
     constexpr FieldSchema mostly(Range range) const {
-        FieldSchema changed = *this;
-        changed.likely = range;
-        return changed;
+        return changed(*this, &FieldSchema::likely, range);
     }
-    constexpr FieldSchema key() const {
-        FieldSchema changed = *this;
-        changed.isKey = true;
-        return changed;
-    }
+    constexpr FieldSchema key() const { return changed(*this, &FieldSchema::isKey, true); }
     constexpr FieldSchema doubted(const char* text) const {
-        FieldSchema changed = *this;
-        changed.doubt = text;
-        return changed;
+        return changed(*this, &FieldSchema::doubt, text);
+    }
+
+private:
+    static constexpr FieldSchema of(Kind kind, const char* name, const char* meaning) {
+        FieldSchema field{name, meaning};
+        field.kind = kind;
+        return field;
     }
 };
 
 /// An element, or a section of an ini file.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): rows are written in this order
 struct ElementSchema {
     /// Without a SINGLE or a REQUIRED one the document fails, as with a second SINGLE one. Of the
     /// others but ANY_NUMBER the reader takes the first and never looks at another.
