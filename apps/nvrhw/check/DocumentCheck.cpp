@@ -5,7 +5,7 @@
 
 namespace {
 
-template <typename Schema> std::vector<std::string> namesOf(const Table<Schema>& schemas) {
+template <typename Schema> std::vector<std::string> namesOf(const Rows<Schema>& schemas) {
     std::vector<std::string> names;
     for (const Schema& schema : schemas) {
         names.emplace_back(schema.name);
@@ -13,14 +13,14 @@ template <typename Schema> std::vector<std::string> namesOf(const Table<Schema>&
     return names;
 }
 
-bool knows(const Table<FieldSchema>& fields, const std::string& name) {
+bool knows(const Rows<FieldSchema>& fields, const std::string& name) {
     return std::any_of(fields.begin(), fields.end(),
                        [&](const FieldSchema& field) { return field.name == name; });
 }
 
 /// ": unknown attribute NAME", with what may have been meant.
 template <typename Schema>
-std::string unknown(const char* kind, const Table<Schema>& schemas, const std::string& name) {
+std::string unknown(const char* kind, const Rows<Schema>& schemas, const std::string& name) {
     return std::string("unknown ") + kind + " " + Findings::shortened<64>(name) +
            Suggestion::among(namesOf(schemas), name);
 }

@@ -9,11 +9,11 @@
 // check` compares a board with it, and the tables of docs/configuration.md are written from it.
 
 /// A view of a constant array.
-template <typename Row> class Table {
+template <typename Row> class Rows {
 public:
-    constexpr Table() = default;
+    constexpr Rows() = default;
     template <std::size_t N>
-    constexpr Table(const Row (&rows)[N]) : m_Begin(rows), m_Size(N) {} // as an array stands for it
+    constexpr Rows(const Row (&rows)[N]) : m_Begin(rows), m_Size(N) {} // as an array stands for it
 
     constexpr const Row* begin() const { return m_Begin; }
     constexpr const Row* end() const { return m_Begin + m_Size; }
@@ -56,7 +56,7 @@ struct FieldSchema {
     const char* meaning;
     const char* absentText = nullptr; ///< in words, where the value says too little
     const char* doubt = nullptr;      ///< what only a check has to say wherever it stands
-    Table<const char*> choices{};     ///< of a CHOICE
+    Rows<const char*> choices{};      ///< of a CHOICE
     Kind kind = TEXT;
     Presence presence = OPTIONAL;
     Range accepted{}; ///< of a number; the readers refuse others
@@ -78,7 +78,7 @@ struct FieldSchema {
         return of(TEXT, name, meaning);
     }
     static constexpr FieldSchema choice(const char* name, const char* meaning,
-                                        Table<const char*> choices) {
+                                        Rows<const char*> choices) {
         FieldSchema field = of(CHOICE, name, meaning);
         field.choices = choices;
         return field;
@@ -125,8 +125,8 @@ struct ElementSchema {
     const char* name;
     Occurrence occurrence;
     const char* meaning; ///< empty when its fields say it all
-    Table<FieldSchema> fields{};
-    Table<ElementSchema> children{};
+    Rows<FieldSchema> fields{};
+    Rows<ElementSchema> children{};
     const char* absentText = ""; ///< what follows when an OPTIONAL one is not there
     bool isStrict = false;       ///< the reader refuses unknown elements in it
     bool takesAnyField = false;  ///< the names of its fields are free
