@@ -22,11 +22,10 @@ bool useLines(const SafePointer<HardwareConfigItemList>& list, bool areOutputs) 
     bool all = true;
     for (const auto& item : list->getHardwareConfigItemList()) {
         const auto line = dynamic_pointer_cast<GPIOSignalConfigItem>(item);
-        const int group = line->getGroup();
-        const int bit = line->getBitPosition();
         int level = 0;
-        all = lines.get(group, bit, level) != 0 && all;
-        all = (!areOutputs || lines.set(group, bit, level) != 0) && all;
+        all = lines.get(line->getGroup(), line->getBitPosition(), level) != 0 && all;
+        all =
+            (!areOutputs || lines.set(line->getGroup(), line->getBitPosition(), level) != 0) && all;
     }
     return all;
 }

@@ -3,11 +3,10 @@ import contextlib
 import json
 import os
 import signal
-import subprocess
 import time
 import unittest
 
-from tool import DEADLINE, TOOL, ToolTest
+from tool import DEADLINE, ToolTest
 
 
 class Acts(ToolTest):
@@ -27,8 +26,7 @@ class Acts(ToolTest):
                 (["4", "--mode", "pulse"], [0, 1, 0], "done", "0")]:
             self.assertEqual(self.levels(*arguments), (levels, result), arguments)
             self.assertEqual(self.level(2, int(arguments[0]) - 1), left, arguments)
-        levels, result = self.levels("4", "--mode", "flash", "--frequency", "10", "--timeout", "1s")
-        self.assertEqual(result, "done")
+        levels, _ = self.levels("4", "--mode", "flash", "--frequency", "10", "--timeout", "1s")
         self.assertEqual(levels, [i % 2 for i in range(len(levels))])
         self.assertIn(len(levels), range(7, 13))  # a loaded machine skips changes
         self.assertEqual(self.level(2, 3), "0")
@@ -39,8 +37,8 @@ class Acts(ToolTest):
         self.assertEqual([self.level(2, 1), self.level(2, 2)], ["1", "1"])
 
     def test_an_interrupted_output_is_left_off(self):
-        for timeout, number, status in ([], signal.SIGINT, 0), (["--timeout", "1m"],
-                                                                signal.SIGTERM, 1):
+        for timeout, number, status in [([], signal.SIGINT, 0),
+                                        (["--timeout=1m"], signal.SIGTERM, 1)]:
             process = self.start("trigger", "3", "--mode", "flash", "--verbose", *timeout)
             while "-> 0" not in process.stdout.readline():  # on
                 self.assertIsNone(process.poll())
@@ -64,7 +62,7 @@ class Acts(ToolTest):
         self.line(0, 3).unlink()
         process = self.start("follow", "--present", "--count", "18")
         present = [process.stdout.readline() for _ in range(15)]
-        self.assertRegex(present[2], r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d  \d\d:\d\d:\d\d\.\d{3}  input 3  normal$")
+        self.assertRegex(present[2], r"^[\d-]{10}( +\d\d:\d\d:\d\d){2}\.\d{3}  input 3  normal$")
         self.assertIn("warning: group 0, bit 3 cannot be read", process.stderr.readline())
         for level, state in ("1", "alarm"), ("0", "normal"):
             self.line(1, 6).write_text({"alarm": "0", "normal": "1"}[state])
@@ -113,12 +111,9 @@ class Acts(ToolTest):
             while True:
                 os.write(write, b"x" * 4096)
         os.set_blocking(write, True)
-        process = subprocess.Popen([*TOOL, *arguments], env=self.environment, stdout=write,
-                                   stderr=subprocess.PIPE)
+        process = self.start(*arguments, stdout=write)
         os.close(write)
-        self.addCleanup(process.communicate)
-        self.addCleanup(process.kill)
-        return process, open(read, "rb")
+        return process, os.fdopen(read, "rb")
 
     def test_follow_answers_signals_while_its_reader_is_stopped(self):
         process, output = self.start_unread("follow", "--present")
@@ -132,11 +127,11 @@ class Acts(ToolTest):
         for end in "read", "signal":
             process, output = self.start_unread("trigger", "4", "--mode", "flash", "--verbose",
                                                 "--frequency", "20", "--timeout", "1s")
-            while self.level(2, 3) != "1":
-                self.assertIsNone(process.poll())
             begin = time.monotonic()
+            while self.level(2, 3) != "1":
+                self.assertLess(time.monotonic() - begin, DEADLINE)
             while self.blocks(process.pid, signal.SIGTERM):  # until the line needs it no more
-                self.assertLess(time.monotonic() - begin, 5)
+                self.assertLess(time.monotonic() - begin, DEADLINE)
             self.assertEqual((self.level(2, 3), process.poll()), ("0", None))  # it has lines left
             if end == "signal":
                 process.terminate()

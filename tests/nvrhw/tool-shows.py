@@ -9,7 +9,7 @@ import subprocess
 import termios
 import unittest
 
-from tool import TOOL, ToolTest
+from tool import DEADLINE, TOOL, ToolTest
 
 CONFIG = "hardwareConfig.xml"
 ABILITY = "NVRAbility.xml"
@@ -71,9 +71,7 @@ class Shows(ToolTest):
         self.expect_lines(output, "model Thirty-Two Channel Sample", "kernel 6.1.90",
                           "bank 0 simulated, 8 lines",
                           f"unreadable {self.board}/hd1/program/config/{CONFIG}:.*")
-        version = self.run_tool("--version").splitlines()[0].split()[1]
-        self.expect_lines(output, f"nvrhw {version}", f"library {version}",
-                          f"board layer {version}")
+        self.expect_lines(output, *self.run_tool("--version").splitlines())
 
     def test_inputs_are_judged_or_say_why_they_cannot_be_read(self):
         self.line(0, 0).write_text("1\n")
@@ -121,15 +119,13 @@ class Shows(ToolTest):
     def test_texts_that_are_not_for_a_terminal(self):
         [path] = self.board.rglob("machineinfo.ini")
         path.write_bytes(b"[machine]\nmodel = A\x1b[31m\xc2\x9b\xff\n")
-        shown = subprocess.run([*TOOL, "info"], env=self.environment, check=True,
-                               capture_output=True).stdout
+        shown = subprocess.check_output([*TOOL, "info"], env=self.environment)
         self.assertIn(b" A?[31m?\xff\n", shown)
         self.assertEqual(self.run_json("info")["machine"]["model"], "A\x1b[31m\x9b\ufffd")
 
     def test_what_the_library_prints_is_not_among_what_the_tool_prints(self):
         self.environment["NVRHW_PRINT"] = "1"
-        process = self.start("trigger", "1", "--mode", "pulse", "--json")
-        output, errors = process.communicate()
+        output, errors = self.start("trigger", "1", "--mode", "pulse", "--json").communicate()
         self.assertEqual(json.loads(output)["result"], "done")
         self.assertIn("IOAlarmOutManager::setAlarmOutMode", errors)
 
@@ -143,17 +139,15 @@ class Shows(ToolTest):
             shown = os.read(main, 65536).decode()
             os.close(main)
             self.assertEqual("\x1b[1m" in shown, expected, change)
-            self.assertIn("\u2026", shown)  # the sample board's path is longer
-            bare = re.sub("\x1b[^m]*m", "", shown).splitlines()
-            self.assertEqual(max(map(len, bare)), 40)
+            bare = re.sub("\x1b[^m]*m", "", shown).splitlines()  # the board's path is longer
+            self.assertEqual((max(map(len, bare)), "\u2026" in shown), (40, True))
 
     def test_a_full_disk_is_an_error(self):
         for arguments in ["inputs"], ["--help"]:
             with open("/dev/full", "w", encoding="ascii") as full:
-                done = subprocess.run([*TOOL, *arguments], env=self.environment, stdout=full,
-                                      text=True, stderr=subprocess.PIPE, check=False)
-            self.assertEqual(done.returncode, 1)
-            self.assertIn("No space left", done.stderr)
+                process = self.start(*arguments, stdout=full)
+            self.assertEqual(process.wait(DEADLINE), 1)
+            self.assertIn("No space left", process.stderr.read())
 
     def test_completion_knows_what_the_parser_knows(self):
         script = self.board / "completion"

@@ -39,8 +39,8 @@ class ToolTest(unittest.TestCase):
 
     def start(self, *arguments, **options):
         process = subprocess.Popen([*TOOL, *arguments], env=self.environment, text=True,
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                   stderr=subprocess.PIPE, **options)
+                                   stdin=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                                   **{"stdout": subprocess.PIPE, **options})
         self.addCleanup(process.communicate)
         self.addCleanup(process.kill)
         return process
