@@ -5,6 +5,7 @@
 #include "support/Gate.h"
 #include "support/ManualClock.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -13,6 +14,7 @@ namespace {
 std::string s_ThreadCalls;
 bool s_Late = false;    // the thread runs, but does not say so yet
 bool s_Refuses = false; // the thread cannot be started
+std::function<void()> s_OnRunning;
 
 std::string takeCalls() { return std::exchange(s_ThreadCalls, {}); }
 
@@ -30,6 +32,9 @@ GThread::GThread(function<int>, const std::string& name, function<int>, function
 GThread::~GThread() = default;
 int GThread::running() const {
     s_ThreadCalls += "running ";
+    if (s_OnRunning) {
+        s_OnRunning();
+    }
     return m_Impl->runs && !s_Late ? 1 : 0;
 }
 int GThread::start() {
@@ -204,6 +209,40 @@ TEST_F(GPIOOperatorTest, TheCallersLevelOutlivesAPassInBetween) {
         EXPECT_EQ(drives, 2);
         m_Driver->m_OnDrive = nullptr;
     }
+}
+
+// One caller takes out the last record and is kept from its stop() by somebody who holds the
+// control lock, until another caller, whom the worker's start lies behind, has put in a new record.
+TEST_F(GPIOOperatorTest, ARecordThatComesBeforeTheStopIsServed) {
+    m_Operator.set(0, 1, HOLD, 0, 0, 0, 40);
+    takeCalls();
+    Gate asked;
+    Gate inserted;
+    std::thread inserter;
+    std::thread holder;
+    s_OnRunning = [&] {
+        asked.open();
+        EXPECT_TRUE(asked.count() != 2 || inserted.wait());
+    };
+    int drives = 0;
+    m_Driver->m_OnDrive = [&](FakeGPIO::Line line, int) {
+        if (line.second == 1 && ++drives == 1) {
+            m_Operator.execOperation();
+        } else if (line.second == 1 && drives == 3) { // with the record lock held
+            inserter = std::thread([&] {
+                m_Operator.set(0, 3, TOGGLE, 1, 0, 1, 0);
+                inserted.open();
+            });
+            EXPECT_TRUE(asked.wait(1));
+            holder = std::thread([&] { m_Operator.start(); });
+            EXPECT_TRUE(asked.wait(2));
+        }
+    };
+    m_Operator.set(0, 1, HOLD, 1, 0, 0, 0);
+    inserter.join();
+    holder.join();
+    s_OnRunning = nullptr;
+    EXPECT_EQ(takeCalls(), "running running stop running start ");
 }
 
 // A pass hangs in the driver, and what it drives changes last.

@@ -202,17 +202,6 @@ TEST_F(HardwareServiceFactoryTest, ALineThatChangesReachesTheListeners) {
     factory.stop();
 }
 
-TEST_F(HardwareServiceFactoryTest, ListensFromTheMomentTheDeviceIsThere) {
-    std::filesystem::rename(m_Board.device(), m_Board.root() / "gone");
-    Factory factory;
-    EXPECT_EQ(factory.start(), 1);
-    auto& listener = factory.get<IOAlarmInListener>("IOAlarmInListener");
-    EXPECT_EQ(listener.start(), 0);
-    std::filesystem::rename(m_Board.root() / "gone", m_Board.device());
-    EXPECT_EQ(listener.start(), 1);
-    EXPECT_EQ(listener.stop(), 0);
-}
-
 TEST_F(HardwareServiceFactoryTest, ATriggerReachesTheLine) {
     Factory factory;
     factory.start();
