@@ -75,7 +75,7 @@ void Table::addFacts(const Record& facts, const std::string& heading) {
 }
 
 std::string Table::text(bool hasColours, int limit) const {
-    const int room = limit > 0 ? limit : std::numeric_limits<int>::max();
+    const int room = limit > 0 ? limit : std::numeric_limits<int>::max() / 2; // sums fit, too
     const std::vector<int> columns = widths(room);
     std::vector<Row> rows = m_Rows;
     rows.insert(rows.begin(), m_Titles.empty() ? 0 : 1, m_Titles);
