@@ -1,6 +1,7 @@
 #include "gpio/GPIOOperator.h"
 #include "support/FakeGPIO.h"
 #include "support/Gate.h"
+#include "support/ManualClock.h"
 
 #include <atomic>
 #include <gtest/gtest.h>
@@ -8,26 +9,10 @@
 
 namespace {
 
-/// Time that runs as fast as the worker can make passes.
-class HurriedClock : public TimeSource {
-public:
-    HurriedClock() { TarvikTime::setTimeSource(this); }
-    ~HurriedClock() override { TarvikTime::setTimeSource(nullptr); }
-
-    TarvikTime now() override { return {m_Milliseconds / 1000, m_Milliseconds % 1000 * 1000}; }
-    TarvikTime elapse(const TarvikTime& duration) override {
-        m_Milliseconds += duration.getMicroseconds() / 1000;
-        return {};
-    }
-
-private:
-    std::atomic<long> m_Milliseconds{1000};
-};
-
 // One caller keeps cancelling the last record, which stops the worker, while another adds its own:
 // whoever comes last, a record in the map is served.
 TEST(GPIOOperatorRace, EveryRecordIsServed) {
-    HurriedClock clock;
+    ManualClock clock(ManualClock::MOVES_FOR_ALL);
     auto* driver = new ("test", __LINE__) FakeGPIO;
     Gate ended;
     std::atomic<bool> named{false};

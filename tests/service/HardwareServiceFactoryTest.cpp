@@ -1,7 +1,5 @@
 #include "service/HardwareServiceFactory.h"
 
-#include "alarm/IOAlarmInListener.h"
-#include "alarm/IOAlarmInManager.h"
 #include "alarm/IOAlarmOutManager.h"
 #include "config/ConfigFileNameConst.h"
 #include "config/MachineConfiguration.h"
@@ -11,53 +9,35 @@
 #include "platform/NetController.h"
 #include "platform/SystemTime.h"
 #include "support/AlarmRecorder.h"
-#include "support/SimulatedBoard.h"
-
-#include <gtest/gtest.h>
+#include "support/ServiceTest.h"
 
 namespace {
 
 /// Says its name when it goes.
-class Service {
-public:
-    Service(std::string name, std::string& journal) : m_Name(std::move(name)), m_Journal(journal) {}
-    Service(const Service&) = delete;
-    ~Service() { m_Journal += m_Name + " "; }
+struct Service {
+    ~Service() { journal += name + " "; }
 
-    const std::string m_Name;
-
-private:
-    std::string& m_Journal;
-};
-
-class Registry : public IServiceFactory {
-public:
-    explicit Registry(std::string& journal) : m_Journal(journal) {}
-
-    int start() override { return 1; }
-    void stop() override {}
-    void add(const char* name, const char* label) {
-        registerService(name, SafePointer<Service>(new Service(label, m_Journal)));
-    }
-
-private:
-    std::string& m_Journal;
+    std::string name;
+    std::string& journal;
 };
 
 TEST(IServiceFactory, KeepsServicesByNameAndReleasesThemInOrder) {
     std::string journal;
     {
-        Registry factory(journal);
+        Factory factory;
+        const auto add = [&](const char* name, const char* label) {
+            factory.registerService(name, SafePointer<Service>(new Service{label, journal}));
+        };
         for (const char* name : {"gpio", "systemTime", "RealGPIO", "moniter", "I2CController"}) {
             EXPECT_EQ(factory.getService(name), nullptr);
-            factory.add(name, name);
+            add(name, name);
         }
         BaseSafePointer* holder = factory.getService("gpio");
         ASSERT_NE(dynamic_cast<SafePointer<Service>*>(holder), nullptr);
         EXPECT_EQ(dynamic_cast<SafePointer<IGPIO>*>(holder), nullptr);
         EXPECT_EQ(factory.getService("GPIO"), nullptr);
 
-        factory.add("gpio", "latecomer");
+        add("gpio", "latecomer");
         EXPECT_EQ(journal, "latecomer ") << "a name that is taken keeps its service";
         EXPECT_EQ(factory.getService("gpio"), holder);
         journal.clear();
@@ -65,54 +45,12 @@ TEST(IServiceFactory, KeepsServicesByNameAndReleasesThemInOrder) {
     EXPECT_EQ(journal, "I2CController RealGPIO gpio moniter systemTime ");
 }
 
-/// A factory beside the one of the process.
-class Factory : public HardwareServiceFactory {
-public:
-    template <typename T> T& get(const std::string& name) {
-        auto* holder = findService<T>(name);
-        if (holder == nullptr) {
-            throw std::runtime_error("no service " + name);
-        }
-        return *holder->operator->();
-    }
-};
-
-/// A copy of the sample board: inputs 1 to 16 on banks 0 and 1, outputs 1 to 4 on bank 2.
-class HardwareServiceFactoryTest : public testing::Test {
+class HardwareServiceFactoryTest : public ServiceTest {
 protected:
-    HardwareServiceFactoryTest() {
-        std::filesystem::copy(NVRHW_SAMPLE_BOARD, m_Board.root(),
-                              std::filesystem::copy_options::recursive |
-                                  std::filesystem::copy_options::overwrite_existing);
+    void setInput(std::size_t id, bool alarm) const {
+        const bool level = alarm == (INPUTS[id - 1] == '1');
+        m_Board.write(static_cast<int>(id - 1) / 8, (id - 1) % 8, level ? "1\n" : "0\n");
     }
-
-    // The handler's manager outlives its factory; one that nobody counts takes its place.
-    ~HardwareServiceFactoryTest() noexcept override {
-        SafePointer<IOAlarmInManager> untracked(new IOAlarmInManager);
-        IOAlarmInListener().setIOAlarmInManager(untracked);
-    }
-
-    std::filesystem::path hardwareConfig() const {
-        return m_Board.root().string() + ConfigFileNameConst::getHardwareConfigFileName();
-    }
-
-    /// Returns whether the input is in alarm now.
-    int flipInput(const GPIOSignalConfigItem& item) const {
-        const int level = 1 - m_Board.level(item.getGroup(), item.getBitPosition());
-        m_Board.write(item.getGroup(), item.getBitPosition(), std::to_string(level) + "\n");
-        return level == item.getValidLevel() ? 1 : 0;
-    }
-
-    static std::vector<SafePointer<GPIOSignalConfigItem>>
-    signals(const SafePointer<HardwareConfigItemList>& list) {
-        std::vector<SafePointer<GPIOSignalConfigItem>> found;
-        for (const auto& item : list->getHardwareConfigItemList()) {
-            found.push_back(dynamic_pointer_cast<GPIOSignalConfigItem>(item));
-        }
-        return found;
-    }
-
-    SimulatedBoard m_Board;
 };
 
 TEST_F(HardwareServiceFactoryTest, BuildsElevenServicesInOrder) {
@@ -121,7 +59,7 @@ TEST_F(HardwareServiceFactoryTest, BuildsElevenServicesInOrder) {
     EXPECT_EQ(factory.getService("gpio"), nullptr);
     EXPECT_EQ(factory.start(), 1);
 
-    const void* const inOrder[] = {
+    const std::vector<const void*> inOrder{
         &factory.get<MachineConfigurationDetail>("machineConfigurationDetail"),
         &factory.get<MachineConfiguration>("machineConfiguration"),
         &factory.get<I_I2CController>("I2CController"),
@@ -140,7 +78,7 @@ TEST_F(HardwareServiceFactoryTest, BuildsElevenServicesInOrder) {
             created.push_back(made.address);
         }
     }
-    EXPECT_EQ(created, std::vector<const void*>(std::begin(inOrder), std::end(inOrder)));
+    EXPECT_EQ(created, inOrder);
     EXPECT_EQ(factory.getService("monitor"), nullptr);
     EXPECT_EQ(dynamic_cast<SystemTime&>(factory.get<ISystemTime>("systemTime")).m_ConfigFileName,
               "../config/RTCDriverConfig.xml");
@@ -168,36 +106,29 @@ TEST_F(HardwareServiceFactoryTest, ALineThatChangesReachesTheListeners) {
     manager.notifyAlarmConsumers(false);
     EXPECT_EQ(messages.take(), "1=0 2=0 3=0 4=0 5=0 6=0 7=0 8=0 9=0 10=0 11=0 12=0 13=0 14=0 "
                                "15=0 16=0");
-    const auto inputs =
-        signals(factory.get<MachineConfigurationDetail>("machineConfigurationDetail")
-                    .getAlarmInConfigItemList());
-    for (const auto& input : inputs) {
-        for (const int flag : {1, 0}) {
-            EXPECT_EQ(flipInput(*input.operator->()), flag);
-            EXPECT_TRUE(
-                messages.waitFor(std::to_string(input->getId()) + "=" + std::to_string(flag)))
-                << "input " << input->getId();
+    for (std::size_t id = 1; id <= INPUTS.size(); ++id) {
+        for (const bool alarm : {true, false}) {
+            setInput(id, alarm);
+            EXPECT_TRUE(messages.waitFor(std::to_string(id) + (alarm ? "=1" : "=0"))) << id;
             messages.take();
         }
     }
 
     // A line that is lost says nothing; what changed meanwhile is told when it is back.
-    const auto& lost = *inputs[4].operator->();
-    const std::string other = "6=1";
-    std::filesystem::remove(m_Board.line(lost.getGroup(), lost.getBitPosition()));
-    flipInput(*inputs[5].operator->());
-    EXPECT_TRUE(messages.waitFor(other)) << messages.take();
-    m_Board.write(lost.getGroup(), lost.getBitPosition(), std::to_string(lost.getValidLevel()));
-    EXPECT_TRUE(messages.waitFor(other + " 5=1")) << messages.take();
+    std::filesystem::remove(m_Board.line(0, 4));
+    setInput(6, true);
+    EXPECT_TRUE(messages.waitFor("6=1")) << messages.take();
+    setInput(5, true);
+    EXPECT_TRUE(messages.waitFor("6=1 5=1")) << messages.take();
 
     factory.stop();
     messages.take();
-    flipInput(*inputs[0].operator->());
+    setInput(1, true);
     manager.notifyAlarmConsumers(false);
     EXPECT_EQ(messages.take(), "1=1") << "asked, not told";
     EXPECT_NE(factory.getService("IOAlarmInListener"), nullptr);
     EXPECT_EQ(factory.get<IOAlarmInListener>("IOAlarmInListener").start(), 1);
-    flipInput(*inputs[0].operator->());
+    setInput(1, false);
     EXPECT_TRUE(messages.waitFor("1=0")) << messages.take();
     factory.stop();
 }
@@ -206,14 +137,12 @@ TEST_F(HardwareServiceFactoryTest, ATriggerReachesTheLine) {
     Factory factory;
     factory.start();
     auto& manager = factory.get<IOAlarmOutManager>("IOAlarmOutManager");
-    for (const auto& output :
-         signals(factory.get<MachineConfigurationDetail>("machineConfigurationDetail")
-                     .getAlarmOutConfigItemList())) {
-        const int active = output->getValidLevel();
-        manager.triggerAlarm(output->getId());
-        EXPECT_EQ(m_Board.level(output->getGroup(), output->getBitPosition()), active);
-        manager.cancelAlarm(output->getId());
-        EXPECT_EQ(m_Board.level(output->getGroup(), output->getBitPosition()), 1 - active);
+    for (const int id : {1, 2, 3, 4}) {
+        const int active = id == 3 ? 0 : 1; // as the sample board has it
+        manager.triggerAlarm(id);
+        EXPECT_EQ(m_Board.level(2, id - 1), active) << id;
+        manager.cancelAlarm(id);
+        EXPECT_EQ(m_Board.level(2, id - 1), 1 - active) << id;
     }
 }
 
@@ -238,9 +167,13 @@ TEST_F(HardwareServiceFactoryTest, MayBeLeftRunningAtTheProcessEnd) {
     EXPECT_EXIT(leaveFlashing(), testing::ExitedWithCode(0), "");
 }
 
-TEST_F(HardwareServiceFactoryTest, RaisesWithoutAlarmLinesAndCanTryAgain) {
-    const auto good = hardwareConfig().string() + ".good";
-    std::filesystem::rename(hardwareConfig(), good);
+TEST_F(HardwareServiceFactoryTest, RaisesWithoutAlarmLinesButNotWithoutTheDeviceAndCanTryAgain) {
+    const auto move = [this](const std::string& from, const std::string& to) {
+        std::filesystem::rename(m_Board.root().string() + from, m_Board.root().string() + to);
+    };
+    const std::string config = ConfigFileNameConst::getHardwareConfigFileName();
+    move(config, "/good");
+    move("/dev", "/gone");
     Factory factory;
     testing::internal::CaptureStdout();
     EXPECT_THROW(factory.start(), XQRuntimeError);
@@ -248,9 +181,14 @@ TEST_F(HardwareServiceFactoryTest, RaisesWithoutAlarmLinesAndCanTryAgain) {
               "SafePointer Report:22HardwareConfigItemList Construct from NULL <T>pointer\n");
     EXPECT_NE(factory.getService("gpio"), nullptr);
     EXPECT_EQ(factory.getService("IOAlarmInManager"), nullptr);
-    std::filesystem::rename(good, hardwareConfig());
+    move("/good", config);
     EXPECT_EQ(factory.start(), 1);
     EXPECT_NE(factory.getService("IOAlarmOutManager"), nullptr);
+    auto& listener = factory.get<IOAlarmInListener>("IOAlarmInListener");
+    EXPECT_EQ(listener.start(), 0);
+    move("/gone", "/dev");
+    EXPECT_EQ(listener.start(), 1);
+    EXPECT_EQ(listener.stop(), 0);
 }
 
 } // namespace

@@ -22,11 +22,11 @@ protected:
         : m_Detail(new ("test", __LINE__) MachineConfigurationDetail),
           m_Driver(new ("test", __LINE__) FakeGPIO),
           m_Operator(new ("test", __LINE__) GPIOOperator) {
-        writeFile(ConfigFileNameConst::getHardwareConfigFileName(),
-                  "<Board>" + section("GPIOAlarmIn", inputs) + section("GPIOAlarmOut", outputs) +
-                      "</Board>");
-        writeFile(ConfigFileNameConst::getMachineInfoFileName(), "");
-        writeFile(ConfigFileNameConst::getSoftwarePackageFileName(), "");
+        m_Board.writeFile(ConfigFileNameConst::getHardwareConfigFileName(),
+                          "<Board>" + section("GPIOAlarmIn", inputs) +
+                              section("GPIOAlarmOut", outputs) + "</Board>");
+        m_Board.writeFile(ConfigFileNameConst::getMachineInfoFileName(), "");
+        m_Board.writeFile(ConfigFileNameConst::getSoftwarePackageFileName(), "");
         EXPECT_NE(m_Detail->init(), 0);
         m_Operator->setGPIO(SafePointer<IGPIO>(m_Driver));
     }
@@ -43,12 +43,6 @@ protected:
     SafePointer<GPIOOperator> m_Operator;
 
 private:
-    void writeFile(const std::string& boardPath, const std::string& text) const {
-        const auto file = m_Board.root().string() + boardPath;
-        std::filesystem::create_directories(std::filesystem::path(file).parent_path());
-        EXPECT_TRUE(std::ofstream(file) << text);
-    }
-
     static std::string section(const std::string& name, const std::vector<Item>& items) {
         std::string text = "<" + name + ">";
         for (const Item& item : items) {

@@ -40,17 +40,14 @@ public:
                                   [&] { return m_Journal == journal; });
     }
 
-    AlarmInformation last() {
-        const std::lock_guard<std::mutex> guard(m_Mutex);
-        return m_Last;
-    }
-
     /// Called after each message, in the notifying thread.
     std::function<void()> m_OnMessage;
+
+    /// The last message, for the notifying thread.
+    AlarmInformation m_Last;
 
 private:
     std::mutex m_Mutex;
     std::condition_variable m_Arrived;
     std::string m_Journal;
-    AlarmInformation m_Last;
 };

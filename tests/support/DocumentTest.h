@@ -7,9 +7,7 @@
 /// not look for.
 class DocumentTest : public testing::Test {
 protected:
-    explicit DocumentTest(const char* documents = NVRHW_FIXTURES) {
-        std::filesystem::copy(documents, m_Board.root(), std::filesystem::copy_options::recursive);
-    }
+    explicit DocumentTest(const char* documents = NVRHW_FIXTURES) : m_Board(documents) {}
 
     void TearDown() override { EXPECT_EQ(m_Log.take(), ""); }
 
@@ -22,7 +20,7 @@ protected:
     }
 
     void write(const std::string& file, const std::string& text) const {
-        EXPECT_TRUE(std::ofstream(real(file)) << text) << file;
+        m_Board.writeFile(file, text);
     }
 
     /// Expects this record, and no other since the last look at the log.

@@ -32,10 +32,11 @@ public:
         return text;
     }
 
-    /// Expects exactly one line since the last call, with all these parts.
-    void expectOne(const std::vector<std::string>& parts) {
+    /// Expects exactly one line since the last call, or so many, with all these parts.
+    void expectOne(const std::vector<std::string>& parts) { expect(1, parts); }
+    void expect(int lines, const std::vector<std::string>& parts) {
         const std::string text = take();
-        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1) << text;
+        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), lines) << text;
         for (const std::string& part : parts) {
             EXPECT_NE(text.find(part), std::string::npos) << part << " is not in " << text;
         }

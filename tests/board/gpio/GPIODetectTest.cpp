@@ -1,7 +1,6 @@
 #include "platform/GpioDetect.h"
 
 #include "platform/Gpio.h"
-#include "platform/HardwareConfigure.h"
 #include "platform/System.h"
 #include "support/Gate.h"
 #include "support/LogCapture.h"
@@ -45,8 +44,8 @@ protected:
         open();
     }
     ~GPIODetectTest() noexcept override { // for the tests to come
-        configure("");
-        configure("", 1);
+        m_Board.configure(0, "");
+        m_Board.configure(1, "");
     }
 
     void addBank() {
@@ -61,20 +60,6 @@ protected:
         for (const int bit : {0, 1}) {
             EXPECT_EQ(m_Detect->addDetectLine(m_Pid, 0, bit), 0);
         }
-    }
-
-    /// Reads a configuration of a line with these settings.
-    GPIOLineSettings configure(const std::string& settings, int bit = 0) const {
-        std::ofstream(m_Board.root() / "lines.xml")
-            << R"(<H><In><item id="1" group="0" validLevel="1" bitPosition=")" << bit << "\" "
-            << settings << "/></In></H>";
-        GPIOSignalConfigure reader;
-        SafePointer<HardwareConfigItemList> list;
-        reader.setConfigName("In");
-        reader.setConfigFileName("/lines.xml");
-        EXPECT_NE(reader.getConfig(list), 0);
-        const auto item = list->getHardwareConfigItemList().front();
-        return dynamic_pointer_cast<GPIOSignalConfigItem>(item)->getSettings();
     }
 
     static void handle(int signalNumber) {
@@ -231,8 +216,8 @@ TEST_F(GPIODetectTest, ALineThatIsNotThereReportsFromTheMomentItAppears) {
 TEST_F(GPIODetectTest, ALineWithADebounceTimeChangesWhenItsLevelHasHeld) {
     fs::last_write_time(m_Board.line(0, 0),
                         fs::file_time_type::clock::now() - std::chrono::hours(1));
-    configure(R"(debounce="10000")");
-    configure(R"(debounce="50")", 1);
+    m_Board.configure(0, R"(debounce="10000")");
+    m_Board.configure(1, R"(debounce="50")");
     open();
     handle(SIGNAL);
     std::atomic<bool> glitch{false};
@@ -244,7 +229,7 @@ TEST_F(GPIODetectTest, ALineWithADebounceTimeChangesWhenItsLevelHasHeld) {
     EXPECT_FALSE(glitch);
     EXPECT_EQ(m_Detect->stopDetect(), 0);
 
-    configure(R"(debounce="100")");
+    m_Board.configure(0, R"(debounce="100")");
     const auto begin = Clock::now();
     m_Board.setLevel(0, 0, 1); // and a level that stays, from before the watch
     open();
@@ -257,8 +242,8 @@ TEST_F(GPIODetectTest, ALineWithADebounceTimeChangesWhenItsLevelHasHeld) {
     handle(SIGNAL);
     EXPECT_EQ(m_Seen, 10) << "what is driven does not bounce";
 
-    const auto settings =
-        configure(R"(name="A &amp; B" debounce="9" bias="disabled" drive="open-source")");
+    const auto settings = m_Board.configure(
+        0, R"(name="A &amp; B" debounce="9" bias="disabled" drive="open-source")");
     EXPECT_EQ(settings.name + std::to_string(settings.debounce), "A & B9");
     EXPECT_EQ(settings.bias, GPIOLineSettings::BIAS_DISABLED);
     EXPECT_EQ(settings.drive, GPIOLineSettings::OPEN_SOURCE);

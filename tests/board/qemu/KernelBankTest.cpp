@@ -1,8 +1,6 @@
-#include "board/qemu/LineRequest.h"
 #include "board/qemu/SimChip.h"
 #include "platform/Gpio.h"
 #include "platform/GpioDetect.h"
-#include "platform/HardwareConfigure.h"
 #include "platform/System.h"
 #include "support/Gate.h"
 #include "support/LogCapture.h"
@@ -146,25 +144,14 @@ protected:
         s_Requests.after = [] {};
         s_Requests.broken = 0;
         s_Requests.silent = false;
-        configure(0, ""); // for the tests to come
-        configure(1, "");
+        m_Board.configure(0, ""); // for the tests to come
+        m_Board.configure(1, "");
     }
 
     int get(int bit) {
         int level = -1;
         m_Gpio.get(0, bit, level);
         return level;
-    }
-
-    void configure(int bit, const std::string& settings) const {
-        std::ofstream(m_Board.root() / "lines.xml")
-            << R"(<H><In><item id="1" group="0" validLevel="1" bitPosition=")" << bit << "\" "
-            << settings << "/></In></H>";
-        GPIOSignalConfigure reader;
-        SafePointer<HardwareConfigItemList> list;
-        reader.setConfigName("In");
-        reader.setConfigFileName("/lines.xml");
-        EXPECT_NE(reader.getConfig(list), 0);
     }
 
     /// What the kernel knows of a line.
@@ -231,7 +218,7 @@ TEST_F(KernelBankTest, WhatOverflowsTheEventBufferEndsWithTheLevelOfTheLine) {
 }
 
 TEST_F(KernelBankTest, AGlitchShorterThanTheDebounceTimeIsNoChange) {
-    configure(0, R"(debounce="20")");
+    m_Board.configure(0, R"(debounce="20")");
     Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
     bool other = false;
     int glitches = 0;
@@ -265,11 +252,8 @@ TEST_F(KernelBankTest, ALineHeldElsewhereFailsAloneAndWorksWhenItIsReleased) {
         m_Chip.pull(2, !high);
         EXPECT_TRUE(observer.waitFor({high ? 1 : 0, -1, high ? 0 : 1, -1}));
     }
-    const std::string text = m_Log.take();
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2) << text;
-    EXPECT_NE(text.find("group 0, bit 1 cannot be read: "), std::string::npos) << text;
-    EXPECT_NE(text.find("held by \"someone-else\": Device or resource busy"), std::string::npos);
-    EXPECT_NE(text.find("no line 99: the chip has 8"), std::string::npos) << text;
+    m_Log.expect(2, {"group 0, bit 1 cannot be read: ", "no line 99: the chip has 8",
+                     "held by \"someone-else\": Device or resource busy"});
     EXPECT_EQ(m_Gpio.set(0, 1, 1), 0);
     m_Log.expectOne({"bit 1 cannot be driven", "held by"});
     m_Chip.pull(1, true);
@@ -396,8 +380,8 @@ TEST_F(KernelBankTest, ReadingLeavesDirectionsAndDrivingHasNoOtherLevelInBetween
 }
 
 TEST_F(KernelBankTest, SettingsReachTheKernelAndEveryDetectorIsTold) {
-    configure(0, R"(bias="pull-up" debounce="3" drive="open-drain")");
-    configure(1, R"(bias="disabled" drive="open-source" debounce="3")");
+    m_Board.configure(0, R"(bias="pull-up" debounce="3" drive="open-drain")");
+    m_Board.configure(1, R"(bias="disabled" drive="open-source" debounce="3")");
     Observer one(m_Gpio, 1, {{0, 0}, {0, 2}});
     Observer two(m_Gpio, 2, {{0, 2}, {0, 0}});
     EXPECT_NE(m_Gpio.set(0, 1, 1), 0);
@@ -460,13 +444,9 @@ TEST_F(KernelBankTest, AFailureIsLoggedOnceCountedAndHeals) {
 
 TEST_F(KernelBankTest, AChipWithoutInterruptsIsLookedAt) {
     s_Requests.silent = true;
-    configure(0, R"(debounce="20")");
+    m_Board.configure(0, R"(debounce="20")");
     Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
-    const std::string text = m_Log.take();
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2) << text;
-    EXPECT_NE(text.find("bit 1 is looked at now and then, as its changes are not reported: "),
-              std::string::npos)
-        << text;
+    m_Log.expect(2, {"bit 1 is looked at now and then, as its changes are not reported: "});
     for (const bool high : {true, false, true}) {
         m_Chip.pull(0, high);
         m_Chip.pull(1, !high);

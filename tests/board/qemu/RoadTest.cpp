@@ -1,47 +1,28 @@
-#include "alarm/IOAlarmInListener.h"
-#include "alarm/IOAlarmInManager.h"
 #include "alarm/IOAlarmOutManager.h"
-#include "board/qemu/LineRequest.h"
 #include "board/qemu/SimChip.h"
-#include "service/HardwareServiceFactory.h"
 #include "support/AlarmRecorder.h"
-#include "support/SimulatedBoard.h"
+#include "support/ServiceTest.h"
 
 #include <algorithm>
 #include <csignal>
+#include <thread>
 
 namespace {
 
-// The sample board's valid levels, by id: eight inputs to a bank, and the outputs on bank 2.
-const std::string INPUTS = "1101101100111101";
-const std::string OUTPUTS = "1101";
-
-class Recorder : public HardwareServiceFactory {
+class Recorder : public Factory {
 public:
     Recorder() { start(); }
-    template <typename T> T& get(const std::string& name) {
-        return *findService<T>(name)->operator->();
-    }
     IOAlarmOutManager& outputs() { return get<IOAlarmOutManager>("IOAlarmOutManager"); }
 };
 
 /// A recorder on the sample board, whose banks are chips of the kernel: from the wire to the
 /// application's listener, and from the application's call to the wire.
-class RoadTest : public testing::Test {
+class RoadTest : public ServiceTest {
 protected:
     RoadTest() {
-        std::filesystem::copy(NVRHW_SAMPLE_BOARD, m_Board.root(),
-                              std::filesystem::copy_options::recursive |
-                                  std::filesystem::copy_options::overwrite_existing);
         for (int group = 0; group < 3; ++group) {
             m_Chips[group].linkAs(m_Board.root(), group);
         }
-    }
-
-    // The handler's manager outlives its factory; one that nobody counts takes its place.
-    ~RoadTest() noexcept override {
-        SafePointer<IOAlarmInManager> untracked(new IOAlarmInManager);
-        IOAlarmInListener().setIOAlarmInManager(untracked);
     }
 
     void pull(unsigned id, bool alarm) {
@@ -56,7 +37,8 @@ protected:
         auto last = start;
         bool level = m_Chips[2].value(0);
         while (Clock::now() - start < std::chrono::milliseconds(milliseconds)) {
-            if (m_Chips[2].waitForValue(0, !level, 1)) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1)); // the kernel tells nobody
+            if (m_Chips[2].value(0) != level) {
                 level = !level;
                 const auto gap = Clock::now() - last;
                 last += gap;
@@ -66,7 +48,6 @@ protected:
         return found;
     }
 
-    SimulatedBoard m_Board;
     SimChip m_Chips[3] = {{"bank0", 8}, {"bank1", 8}, {"bank2", 4}};
 };
 
@@ -98,17 +79,6 @@ TEST_F(RoadTest, EveryContactReachesTheListenerAndSoDoesAChipThatComesBack) {
     m_Chips[1].linkAs(m_Board.root(), 1);
     EXPECT_TRUE(messages.waitFor("1=1 12=1")) << messages.take();
     recorder.stop();
-}
-
-TEST_F(RoadTest, EveryTriggerReachesTheWire) {
-    Recorder recorder;
-    for (const int id : {1, 2, 3, 4, 1}) {
-        const bool active = OUTPUTS[id - 1] == '1';
-        recorder.outputs().triggerAlarm(id);
-        EXPECT_EQ(m_Chips[2].value(id - 1), active) << "output " << id;
-        recorder.outputs().cancelAlarm(id);
-        EXPECT_EQ(m_Chips[2].value(id - 1), !active) << "output " << id;
-    }
 }
 
 // Changes fall on a grid of 50 ms; the rest of the upper limits is for a busy machine.
@@ -145,7 +115,7 @@ TEST_F(RoadTest, AProcessKilledWhileFlashingLeavesTheLineFree) {
     EXPECT_EXIT(dieFlashing(), testing::KilledBySignal(SIGKILL), "");
     EXPECT_TRUE(gaps(300).empty());
     EXPECT_FALSE(m_Chips[2].value(0)) << "this chip gives a line that nobody holds to its pull";
-    EXPECT_NO_THROW(LineRequest(m_Chips[2].device(), 0, GPIO_V2_LINE_FLAG_INPUT));
+    LineRequest(m_Chips[2].device(), 0, GPIO_V2_LINE_FLAG_INPUT);
     Recorder recorder;
     recorder.outputs().triggerAlarm(1);
     EXPECT_TRUE(m_Chips[2].value(0));

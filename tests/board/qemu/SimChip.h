@@ -1,15 +1,19 @@
 #pragma once
 
-#include <chrono>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
+#include <gtest/gtest.h>
+#include <linux/gpio.h>
 #include <string>
-#include <thread>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 /// A GPIO chip of this board's kernel whose far side, the wires, is in the test's hands, for as
-/// long as this object lives. What fails throws std::runtime_error or filesystem_error.
+/// long as this object lives. What fails fails the test.
 class SimChip {
 public:
     using path = std::filesystem::path;
@@ -40,17 +44,6 @@ public:
     /// The level on the wire: that of whoever drives the line, else the pulled one.
     bool value(unsigned line) const { return read(attribute(line, "value")) == "1"; }
 
-    /// The kernel tells nobody of a change at this side, so this looks every millisecond.
-    bool waitForValue(unsigned line, bool high, int milliseconds = 5000) const {
-        for (int waited = 0; value(line) != high; ++waited) {
-            if (waited == milliseconds) {
-                return false;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-        return true;
-    }
-
     /// The chip vanishes, whoever has it open, and comes back with all wires pulled low, maybe
     /// under another number: links to it are to be made anew.
     void remove() { write(m_Folder / "live", "0"); }
@@ -73,19 +66,40 @@ private:
         return m_Wires / ("sim_gpio" + std::to_string(line)) / name;
     }
     static void write(const path& file, const std::string& text) {
-        if (!(std::ofstream(file) << text << std::flush)) {
-            throw std::runtime_error(file.string() + ": cannot write " + text);
-        }
+        EXPECT_TRUE(std::ofstream(file) << text << std::flush) << file << ": cannot write " << text;
     }
     static std::string read(const path& file) {
         std::string text;
-        if (!(std::ifstream(file) >> text)) {
-            throw std::runtime_error(file.string() + ": cannot read");
-        }
+        EXPECT_TRUE(std::ifstream(file) >> text) << file << ": cannot read";
         return text;
     }
 
     const path m_Folder;
     std::string m_Chip;
     path m_Wires;
+};
+
+/// One line held by someone else than the code under test; while this lives nobody else gets it.
+/// A line that is held already fails the test.
+class LineRequest {
+public:
+    /// flags: GPIO_V2_LINE_FLAG_INPUT, or GPIO_V2_LINE_FLAG_OUTPUT, which starts low.
+    LineRequest(const std::string& device, unsigned line, std::uint64_t flags) {
+        const int chip = open(device.c_str(), O_RDWR | O_CLOEXEC);
+        gpio_v2_line_request request = {};
+        request.offsets[0] = line;
+        request.num_lines = 1;
+        request.config.flags = flags;
+        std::strcpy(request.consumer, "someone-else");
+        EXPECT_EQ(ioctl(chip, GPIO_V2_GET_LINE_IOCTL, &request), 0)
+            << device << " line " << line << ": " << std::strerror(errno);
+        close(chip);
+        m_Line = request.fd;
+    }
+    ~LineRequest() { close(m_Line); }
+    LineRequest(const LineRequest&) = delete;
+    LineRequest& operator=(const LineRequest&) = delete;
+
+private:
+    int m_Line = -1;
 };
