@@ -34,6 +34,7 @@ public:
 };
 
 const std::string REPORT = "SafePointer Report:";
+// How the reports of pointers to these begin.
 const std::string ANIMAL = REPORT + typeid(Animal).name();
 const std::string DOG = REPORT + typeid(Dog).name();
 
