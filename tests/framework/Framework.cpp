@@ -174,7 +174,7 @@ int SystemTime::setHardwareFromSystem() { return 0; }
 
 // The ability document: the path of each property and its value; a blank stands before each path.
 static const string ABILITY =
-    " ChannelAbility/channelNumber=16 DispatchAbility/MaxDispatchNum=3"
+    " ChannelAbility/channelNumber=16"
     " MaxPlaybackChannelNumber/value=4 InterPhoneFlag/InterPhoneFlag=1"
     " AlarmAbility/alarmInDeviceNumber=2 MonitorResolution/item#0/id=9"
     " MonitorAbility#0/monitorId=6 LayoutAbility/item#0/modelId=2 NetworkAbility/networkCardNum=0"

@@ -33,7 +33,7 @@ static const char START[] =
     "/mnt/mtd/code/factory_setting/machineinfo.ini SoftwarePackageParser "
     "/mnt/mtd/code/program/packageversion.ini ~SoftwarePackageParser XmlConfigureTool "
     "/hd1/program/config/NVRAbility.xml 1 1 node ChannelAbility channelNumber maxDecodeAbility "
-    "maxBitRate diskNumber node DispatchAbility MaxDispatchNum node MaxPlaybackChannelNumber "
+    "maxBitRate diskNumber node DispatchAbility node MaxPlaybackChannelNumber "
     "value node InterPhoneFlag InterPhoneFlag node AlarmAbility alarmInDeviceNumber "
     "alarmOutputDeviceNumber node MonitorResolution items id name type width height nodes "
     "MonitorAbility monitorId nodes MonitorResolution node LayoutAbility items modelId picNumber "
