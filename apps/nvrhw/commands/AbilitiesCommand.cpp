@@ -1,7 +1,6 @@
 #include "commands/Abilities.h"
 #include "commands/Commands.h"
 #include "config/ConfigFileNameConst.h"
-#include "print/CommandError.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 #include "print/Table.h"

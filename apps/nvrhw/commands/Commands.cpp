@@ -3,7 +3,6 @@
 #include "check/Suggestion.h"
 #include "foundation/Version.h"
 #include "platform/BoardVersion.h"
-#include "platform/Diagnostics.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 #include "print/Text.h"
@@ -53,7 +52,7 @@ std::string mistake(const CLI::App& chosen, const CLI::Error& error) {
         }
     }
     return "There is no " + nameOf(chosen) + " " + unknown.front() +
-           Suggestion::among(names, unknown.front());
+           suggestion(names, unknown.front());
 }
 
 } // namespace

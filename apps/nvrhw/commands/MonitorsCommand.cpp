@@ -1,7 +1,6 @@
 #include "commands/Abilities.h"
 #include "commands/Commands.h"
 #include "config/Monitor.h"
-#include "print/CommandError.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 #include "print/Table.h"
@@ -133,13 +132,7 @@ int run(const Wish& wish, const Settings& settings) {
             records.push_back(describe(param, names));
         }
     }
-    if (settings.json) {
-        Console::printDocument(records);
-    } else {
-        Table table;
-        table.addList(records);
-        table.print();
-    }
+    Table::printList(records, settings.json);
     return 0;
 }
 

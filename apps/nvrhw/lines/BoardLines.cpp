@@ -1,10 +1,9 @@
 #include "lines/BoardLines.h"
 
 #include "board/gpio/GPIOFaults.h"
-#include "platform/Diagnostics.h"
 #include "platform/Gpio.h"
 #include "platform/HardwareConfigure.h"
-#include "print/CommandError.h"
+#include "print/Console.h"
 #include "print/LogBook.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 #include "print/LogBook.h"
 
-#include "platform/Diagnostics.h"
 #include "print/Console.h"
 
 #include <mutex>
