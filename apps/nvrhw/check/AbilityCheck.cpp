@@ -1,5 +1,4 @@
-#include "AbilityCheck.h"
-
+#include "Findings.h"
 #include "board/documents/schema/AbilitySchema.h"
 #include "board/documents/schema/HardwareSchema.h"
 #include "board/documents/schema/MonitorSchema.h"
@@ -209,9 +208,9 @@ private:
 
 } // namespace
 
-void AbilityCheck::check(Findings& findings, const XmlElement& abilities,
-                         const std::optional<XmlElement>& hardware,
-                         const std::optional<XmlElement>& monitors) {
+void checkAbilities(Findings& findings, const XmlElement& abilities,
+                    const std::optional<XmlElement>& hardware,
+                    const std::optional<XmlElement>& monitors) {
     Abilities check(findings, abilities);
     check.check();
     if (hardware) {

@@ -1,8 +1,6 @@
 #include "BoardCheck.h"
 
-#include "AbilityCheck.h"
 #include "DocumentCheck.h"
-#include "LineCheck.h"
 #include "board/documents/ReplaceableFile.h"
 #include "board/documents/schema/AbilitySchema.h"
 #include "board/documents/schema/ClockSchema.h"
@@ -41,7 +39,7 @@ void checkIsWritable(Findings& findings, const DocumentSchema& schema) {
 std::vector<Finding> BoardCheck::run() {
     Findings findings;
     const auto hardware = checkOf(findings, HardwareSchema::DOCUMENT).checkXml();
-    LineCheck::check(findings, resolve(GPIO_DEVICE), hardware);
+    checkLines(findings, resolve(GPIO_DEVICE), hardware);
     checkOf(findings, MachineSchema::DOCUMENT).checkIni();
     checkOf(findings, PackageSchema::DOCUMENT).checkIni();
     checkOf(findings, FileSystemSchema::DOCUMENT).checkXml();
@@ -49,7 +47,7 @@ std::vector<Finding> BoardCheck::run() {
     const auto monitors = checkOf(findings, MonitorSchema::DOCUMENT).checkXml();
     checkIsWritable(findings, MonitorSchema::DOCUMENT);
     if (const auto document = checkOf(findings, AbilitySchema::DOCUMENT).checkXml()) {
-        AbilityCheck::check(findings, *document, hardware, monitors);
+        checkAbilities(findings, *document, hardware, monitors);
     }
     return findings.sorted();
 }

@@ -22,7 +22,7 @@ bool knows(const Rows<FieldSchema>& fields, const std::string& name) {
 template <typename Schema>
 std::string unknown(const char* kind, const Rows<Schema>& schemas, const std::string& name) {
     return std::string("unknown ") + kind + " " + Findings::shortened<64>(name) +
-           Suggestion::among(namesOf(schemas), name);
+           suggestion(namesOf(schemas), name);
 }
 
 /// Converts as the readers do: throws ConfigError where they do; otherwise returns what is doubtful

@@ -5,6 +5,7 @@
 #include "platform/FixedText.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -66,3 +67,15 @@ public:
 private:
     std::vector<Finding> m_All;
 };
+
+/// Looks whether the parts of the ability document agree with each other, and other documents with
+/// it: the roots of the documents, as far as they could be read.
+void checkAbilities(Findings& findings, const XmlElement& abilities,
+                    const std::optional<XmlElement>& hardware,
+                    const std::optional<XmlElement>& monitors);
+
+/// Looks at the lines that the hardware configuration names: whether each belongs to one input or
+/// output, and whether the GPIO device, `device` by its real path, has it. Changes nothing. What is
+/// wrong with the device is one finding, and so is what is wrong with a bank.
+void checkLines(Findings& findings, const std::string& device,
+                const std::optional<XmlElement>& hardware);

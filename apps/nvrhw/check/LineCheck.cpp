@@ -1,5 +1,4 @@
-#include "LineCheck.h"
-
+#include "Findings.h"
 #include "board/documents/schema/HardwareSchema.h"
 #include "board/gpio/kernel/KernelChip.h"
 #include "board/gpio/simulated/SimulatedBank.h"
@@ -193,8 +192,8 @@ private:
 
 } // namespace
 
-void LineCheck::check(Findings& findings, const std::string& device,
-                      const std::optional<XmlElement>& hardware) {
+void checkLines(Findings& findings, const std::string& device,
+                const std::optional<XmlElement>& hardware) {
     DeviceLines lines(findings, device);
     if (hardware) {
         lines.check(*hardware);

@@ -37,7 +37,7 @@ std::size_t distance(const std::string& a, const std::string& b) {
 
 } // namespace
 
-std::string Suggestion::among(const std::vector<std::string>& known, const std::string& written) {
+std::string suggestion(const std::vector<std::string>& known, const std::string& written) {
     std::string best;
     std::size_t least = LONGEST;
     for (const std::string& name : known) {

@@ -1,5 +1,4 @@
 #include "commands/Commands.h"
-#include "print/CommandError.h"
 #include "print/Console.h"
 #include "print/Text.h"
 

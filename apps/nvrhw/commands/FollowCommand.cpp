@@ -1,6 +1,5 @@
 #include "commands/Commands.h"
-#include "lines/AlarmWatch.h"
-#include "print/CommandError.h"
+#include "lines/AlarmMailbox.h"
 #include "print/Console.h"
 #include "print/Duration.h"
 #include "print/LogBook.h"

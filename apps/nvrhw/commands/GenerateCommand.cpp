@@ -1,8 +1,6 @@
 #include "commands/Commands.h"
 #include "config/Monitor.h"
-#include "generate/BashCompletion.h"
-#include "generate/ConfigurationTables.h"
-#include "generate/Manual.h"
+#include "generate/Generated.h"
 #include "lines/BoardLines.h"
 #include "print/Console.h"
 
@@ -29,10 +27,10 @@ std::string ids(const std::string& what) {
 
 std::string textOf(const std::string& what, const CLI::App& program) {
     if (what == "bash") {
-        return BashCompletion(program).text();
+        return bashCompletion(program);
     }
     if (what == "man") {
-        return Manual::text(program);
+        return manualText(program);
     }
     return what == "configuration" ? configurationTables() : ids(what);
 }

@@ -5,7 +5,6 @@
 #include "lines/BoardLines.h"
 #include "platform/BoardVersion.h"
 #include "platform/Diagnostics.h"
-#include "print/CommandError.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 #include "print/Table.h"

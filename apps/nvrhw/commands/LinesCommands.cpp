@@ -42,21 +42,11 @@ std::vector<Record> describeInputs(const BoardLines& lines, const std::vector<Li
     return records;
 }
 
-int show(const std::vector<Record>& records, const Settings& settings) {
-    if (settings.json) {
-        Console::printDocument(records);
-    } else {
-        Table table;
-        table.addList(records);
-        table.print();
-    }
-    return 0;
-}
-
 int runInputs(const Settings& settings) {
     const BoardLines lines;
-    return show(describeInputs(lines, lines.inputs(), lines.makeManager<IOAlarmInManager>()),
-                settings);
+    Table::printList(describeInputs(lines, lines.inputs(), lines.makeManager<IOAlarmInManager>()),
+                     settings.json);
+    return 0;
 }
 
 int runOutputs(const Settings& settings) {
@@ -65,7 +55,8 @@ int runOutputs(const Settings& settings) {
     for (const OutputState& output : readAll<OutputState>(lines, lines.outputs())) {
         records.push_back(describe(output));
     }
-    return show(records, settings);
+    Table::printList(records, settings.json);
+    return 0;
 }
 
 int runValidLevel(const Trial& trial, const Settings& settings) {
@@ -81,7 +72,7 @@ int runValidLevel(const Trial& trial, const Settings& settings) {
         Console::printDocument(records.front());
         return 0;
     }
-    show(records, settings);
+    Table::printList(records, false);
     if (trial.level != NO_LEVEL) {
         const std::string file =
             GlobalEnv::getInstance()->resolve(ConfigFileNameConst::getHardwareConfigFileName());

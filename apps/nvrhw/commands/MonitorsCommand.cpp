@@ -1,7 +1,6 @@
 #include "commands/Abilities.h"
 #include "commands/Commands.h"
 #include "config/Monitor.h"
-#include "print/CommandError.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 #include "print/Table.h"
@@ -65,8 +64,9 @@ using ResolutionNames = std::map<std::pair<int, int>, std::string>; // by type a
 ResolutionNames readResolutionNames() {
     ResolutionNames names;
     try {
-        const Abilities abilities;
-        for (const MonitorResolution& resolution : abilities.resolutions()) {
+        DeviceAbilityCollector abilities;
+        readAbilities(abilities);
+        for (const MonitorResolution& resolution : abilities.getMonitorResolutionList()) {
             names[{resolution.getInputType(), resolution.getResolutionId()}] =
                 resolution.getResolutionName();
         }
@@ -133,13 +133,7 @@ int run(const Wish& wish, const Settings& settings) {
             records.push_back(describe(param, names));
         }
     }
-    if (settings.json) {
-        Console::printDocument(records);
-    } else {
-        Table table;
-        table.addList(records);
-        table.print();
-    }
+    Table::printList(records, settings.json);
     return 0;
 }
 

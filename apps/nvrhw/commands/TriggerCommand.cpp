@@ -1,7 +1,6 @@
 #include "commands/Commands.h"
 #include "gpio/GPIOOperateRecord.h"
 #include "lines/OutputDrive.h"
-#include "print/CommandError.h"
 #include "print/Console.h"
 #include "print/Duration.h"
 #include "print/LineWriter.h"

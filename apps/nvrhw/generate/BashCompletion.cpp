@@ -1,4 +1,4 @@
-#include "generate/BashCompletion.h"
+#include "generate/Generated.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -38,14 +38,14 @@ _nvrhw() {
         done
     fi
     case $wanted in
-    *DIR*)
+    DIR)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$cur")
         return
         ;;
-    *INPUT*) wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate inputs 2>/dev/null) ;;
-    *OUTPUT*) wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate outputs 2>/dev/null) ;;
-    *MONITOR*) wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate monitors 2>/dev/null) ;;
+    INPUT | OUTPUT | MONITOR)
+        wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate "${wanted,,}s" 2>/dev/null)
+        ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$wanted" -- "$cur")
 }
@@ -69,46 +69,44 @@ std::string choices(const CLI::Option& option) {
     return list;
 }
 
-} // namespace
+/// The entries of the script's arrays.
+struct Entries {
+    std::string words{};  ///< of a command: its options and subcommands
+    std::string values{}; ///< what the value of an option or a positional may be
+};
 
-BashCompletion::BashCompletion(const CLI::App& program) { visit(program, program.get_name()); }
-
-std::string BashCompletion::text() const {
-    return "# Completion of nvrhw for bash; made by `nvrhw generate bash`.\n"
-           "_nvrhw_tables() { # into the arrays of the caller\n    words=(\n" +
-           m_Words + "    )\n    values=(\n" + m_Values + "    )\n}\n" + SCRIPT;
-}
-
-void BashCompletion::visit(const CLI::App& app, const std::string& path) {
+void visit(const CLI::App& app, const std::string& path, Entries& entries) {
     std::string words;
     int position = 0;
     for (const CLI::Option* option : app.get_options()) {
+        const std::string values = choices(*option);
         if (option->get_positional()) {
-            const std::string values = choices(*option);
-            m_Values += entry(path + " " + std::to_string(position++),
-                              values.empty() ? option->get_name(true) : values);
-        } else {
-            addOption(*option, path, words);
+            entries.values += entry(path + " " + std::to_string(position++),
+                                    values.empty() ? option->get_name(true) : values);
+            continue;
+        }
+        const std::string name = "--" + option->get_lnames().front();
+        words += name + " ";
+        if (option->get_items_expected_max() > 0) {
+            const bool isDirectory = option->get_type_name() == "DIR";
+            entries.values += entry(path + " " + name, isDirectory ? "DIR" : values);
         }
     }
     for (const CLI::App* sub : app.get_subcommands({})) {
         if (!sub->get_group().empty()) { // not a hidden one
-            words += (words.empty() ? "" : " ") + sub->get_name();
-            visit(*sub, path + " " + sub->get_name());
+            words += sub->get_name() + " ";
+            visit(*sub, path + " " + sub->get_name(), entries);
         }
     }
-    m_Words += entry(path, words);
+    entries.words += entry(path, words);
 }
 
-void BashCompletion::addOption(const CLI::Option& option, const std::string& path,
-                               std::string& words) {
-    for (const std::string& longName : option.get_lnames()) {
-        const std::string name = "--" + longName;
-        words += (words.empty() ? "" : " ") + name;
-        if (option.get_items_expected_max() > 0) {
-            const bool isDirectory = option.get_type_name() == "DIR";
-            m_Values += entry(std::string(path).append(" ").append(name),
-                              isDirectory ? "DIR" : choices(option));
-        }
-    }
+} // namespace
+
+std::string bashCompletion(const CLI::App& program) {
+    Entries entries;
+    visit(program, program.get_name(), entries);
+    return "# Completion of nvrhw for bash; made by `nvrhw generate bash`.\n"
+           "_nvrhw_tables() { # into the arrays of the caller\n    words=(\n" +
+           entries.words + "    )\n    values=(\n" + entries.values + "    )\n}\n" + SCRIPT;
 }

@@ -1,5 +1,3 @@
-#include "ConfigurationTables.h"
-
 #include "board/documents/schema/AbilitySchema.h"
 #include "board/documents/schema/ClockSchema.h"
 #include "board/documents/schema/FileSystemSchema.h"
@@ -7,6 +5,7 @@
 #include "board/documents/schema/MachineSchema.h"
 #include "board/documents/schema/MonitorSchema.h"
 #include "board/documents/schema/PackageSchema.h"
+#include "generate/Generated.h"
 
 #include <algorithm>
 #include <map>

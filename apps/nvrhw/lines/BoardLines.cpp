@@ -4,7 +4,7 @@
 #include "platform/Diagnostics.h"
 #include "platform/Gpio.h"
 #include "platform/HardwareConfigure.h"
-#include "print/CommandError.h"
+#include "print/Console.h"
 #include "print/LogBook.h"
 
 #include <algorithm>

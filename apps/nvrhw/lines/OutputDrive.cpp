@@ -3,7 +3,7 @@
 #include "board/gpio/GPIOFaults.h"
 #include "platform/Gpio.h"
 #include "platform/base/Allocation.h"
-#include "print/CommandError.h"
+#include "print/Console.h"
 #include "print/LogBook.h"
 
 #include <map>

@@ -1,7 +1,7 @@
 #include "panel/PanelBoard.h"
 
 #include "platform/Diagnostics.h"
-#include "print/CommandError.h"
+#include "print/Console.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "alarm/IOAlarmOutManager.h"
-#include "lines/AlarmWatch.h"
+#include "lines/AlarmMailbox.h"
 #include "panel/PanelModel.h"
 
 #include <map>

@@ -1,6 +1,6 @@
 #include "panel/PanelControl.h"
 
-#include "print/CommandError.h"
+#include "print/Console.h"
 #include "print/Duration.h"
 
 #include <cstdlib>

@@ -2,7 +2,7 @@
 
 // This room: the board's lines live in a terminal. What is known stands in PanelModel, what its
 // user has before them in PanelFocus; PanelBoard brings the first up to date, PanelControl the
-// second; PanelView draws both, and PanelLoop keeps them going.
+// second; PanelView draws both, and the command keeps them going.
 
 #include <functional>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "panel/PanelFocus.h"
+#include "panel/PanelModel.h"
 #include "panel/PanelScreen.h"
-#include "print/Fact.h"
 
 #include <string>
 #include <vector>
@@ -25,3 +25,8 @@ void drawList(PanelScreen& screen, int top, const PanelGrid& grid, const std::st
 
 /// A rule over the whole width of the screen.
 void drawRule(PanelScreen& screen, int row, const std::string& name);
+
+/// Draws the newest messages in `rows` rows from `top` on, the last one at the bottom; long ones
+/// take several rows. Leaves out the `below` newest ones, of which there are only as many as leave
+/// the rows full: `below` becomes that number.
+void drawMessages(PanelScreen& screen, const PanelModel& model, int top, int rows, int& below);

@@ -1,6 +1,5 @@
 #include "panel/PanelScreen.h"
 
-#include "print/CommandError.h"
 #include "print/Console.h"
 #include "print/Text.h"
 

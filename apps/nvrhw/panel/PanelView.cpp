@@ -1,7 +1,6 @@
 #include "panel/PanelView.h"
 
 #include "panel/PanelList.h"
-#include "panel/PanelMessages.h"
 #include "print/Text.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 #include "print/Console.h"
 
-#include "print/CommandError.h"
 #include "print/Text.h"
 
 #include <algorithm>

@@ -3,10 +3,23 @@
 // This room: the program's ways to the outside, whatever is told. Facts and their tables, JSON,
 // texts, standard output, the library's log, signals. It knows nothing of lines and boards.
 
+#include "platform/Diagnostics.h"
 #include "print/Fact.h"
 
 #include <stdexcept>
 #include <string>
+
+/// What was asked for cannot be done: one line that says what failed, why and what to do.
+class CommandError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+
+    /// What is wrong with the files of the board, whose check tells the rest.
+    static CommandError ofBoard(const std::string& cause) {
+        return CommandError(cause + "; `nvrhw check --board " +
+                            GlobalEnv::getInstance()->getRootDirectory() + "` says more");
+    }
+};
 
 /// The reader of standard output has gone: there is nobody to go on for.
 class ReaderGone : public std::runtime_error {

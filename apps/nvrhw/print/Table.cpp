@@ -103,6 +103,16 @@ std::string Table::text(bool hasColours, int limit) const {
 
 void Table::print() const { Console::print(text(Console::hasColours(), Console::columns())); }
 
+void Table::printList(const std::vector<Record>& records, bool asJson) {
+    if (asJson) {
+        Console::printDocument(records);
+        return;
+    }
+    Table table;
+    table.addList(records);
+    table.print();
+}
+
 // 0 for a column that has nothing but its title. Of what is too much texts give, the widest first,
 // while numbers keep their columns; where that is not enough the end of each line is cut.
 std::vector<int> Table::widths(int limit) const {

@@ -24,6 +24,9 @@ public:
     /// Prints it on standard output, as wide as that is.
     void print() const;
 
+    /// Prints such a list, as a table or as a document of JSON.
+    static void printList(const std::vector<Record>& records, bool asJson);
+
 private:
     struct Cell {
         std::string text;
