@@ -139,11 +139,11 @@ Record describe(const NVRDeviceAbility& device) {
 }
 
 // Section by section: a record or a list of records each.
-Record describe(const Abilities& abilities) {
-    const NVRDeviceAbility& device = abilities.device();
+Record describe(const DeviceAbilityCollector& abilities) {
+    const NVRDeviceAbility& device = abilities.getDeviceAbility();
     return {
         {"general", "General", describe(device)},
-        {"resolutions", "Display resolutions", describeAll(abilities.resolutions())},
+        {"resolutions", "Display resolutions", describeAll(abilities.getMonitorResolutionList())},
         {"monitors", "Monitors", describeAll(device.getMonitorAbilityList())},
         {"layouts", "Layouts", describeAll(device.getLayoutAbility().getLayoutModelList())},
         {"decoding", "Decoding",
@@ -154,7 +154,9 @@ Record describe(const Abilities& abilities) {
 }
 
 int run(const Settings& settings) {
-    const Record sections = describe(Abilities());
+    DeviceAbilityCollector abilities;
+    readAbilities(abilities);
+    const Record sections = describe(abilities);
     if (settings.json) {
         Console::printDocument(sections);
         return 0;
@@ -179,11 +181,11 @@ int run(const Settings& settings) {
 
 } // namespace
 
-Abilities::Abilities() {
-    m_Collector.setAbilityConfigFileName(ConfigFileNameConst::getNVRAbilityFileName());
-    m_Collector.setFileSystemFileName(ConfigFileNameConst::getFileSystemFileName());
-    m_Collector.setHardwareConfigFileName(ConfigFileNameConst::getHardwareConfigFileName());
-    if (m_Collector.init() == 0) {
+void readAbilities(DeviceAbilityCollector& abilities) {
+    abilities.setAbilityConfigFileName(ConfigFileNameConst::getNVRAbilityFileName());
+    abilities.setFileSystemFileName(ConfigFileNameConst::getFileSystemFileName());
+    abilities.setHardwareConfigFileName(ConfigFileNameConst::getHardwareConfigFileName());
+    if (abilities.init() == 0) {
         throw CommandError::ofBoard(
             "the abilities cannot be read: " +
             LogBook::takeCause("a reference in the ability document is wrong"));

@@ -3,6 +3,7 @@
 #include "check/Suggestion.h"
 #include "foundation/Version.h"
 #include "platform/BoardVersion.h"
+#include "platform/Diagnostics.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 #include "print/Text.h"
@@ -82,7 +83,7 @@ int Commands::run(int argc, const char* const* argv) {
             GlobalEnv::getInstance()->setRootDirectory(m_Settings.board);
         }
         LogBook::open();
-        return runChosen();
+        return m_Chosen(m_Settings);
     } catch (const CLI::Error& error) {
         std::ostringstream text; // help and version, or what is wrong
         const bool isHelp = m_Program->exit(error, text, std::cerr) == 0;
@@ -93,7 +94,7 @@ int Commands::run(int argc, const char* const* argv) {
 
 CLI::App& Commands::add(const std::string& name, const std::string& description, Run run) {
     CLI::App& app = addBelow(*m_Program, name, description);
-    m_Commands.push_back({&app, std::move(run)});
+    app.callback([this, run = std::move(run)] { m_Chosen = run; });
     return app;
 }
 
@@ -111,13 +112,4 @@ void Commands::addSettings(CLI::App& app) {
         ->check(CLI::Validator(CLI::ExistingDirectory).description(""))
         ->type_name("DIR");
     app.add_flag("--json", m_Settings.json, "Print JSON for programs");
-}
-
-int Commands::runChosen() const {
-    for (const Command& command : m_Commands) {
-        if (command.app->parsed()) {
-            return command.run(m_Settings);
-        }
-    }
-    return 1; // not reached: the parser asks for a subcommand
 }

@@ -7,7 +7,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace CLI {
 class App;
@@ -44,17 +43,11 @@ public:
     const CLI::App& program() const { return *m_Program; }
 
 private:
-    struct Command {
-        const CLI::App* app;
-        Run run;
-    };
-
     void addSettings(CLI::App& app);
-    int runChosen() const;
 
     Settings m_Settings;
     std::unique_ptr<CLI::App> m_Program;
-    std::vector<Command> m_Commands;
+    Run m_Chosen; // the command that the parser has found
 };
 
 void addInfo(Commands& commands);

@@ -4,6 +4,7 @@
 #include "foundation/Version.h"
 #include "lines/BoardLines.h"
 #include "platform/BoardVersion.h"
+#include "platform/Diagnostics.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 #include "print/Table.h"

@@ -2,6 +2,7 @@
 #include "commands/Commands.h"
 #include "config/ConfigFileNameConst.h"
 #include "lines/BoardLines.h"
+#include "platform/Diagnostics.h"
 #include "print/Console.h"
 #include "print/Table.h"
 #include "print/Text.h"

@@ -64,8 +64,9 @@ using ResolutionNames = std::map<std::pair<int, int>, std::string>; // by type a
 ResolutionNames readResolutionNames() {
     ResolutionNames names;
     try {
-        const Abilities abilities;
-        for (const MonitorResolution& resolution : abilities.resolutions()) {
+        DeviceAbilityCollector abilities;
+        readAbilities(abilities);
+        for (const MonitorResolution& resolution : abilities.getMonitorResolutionList()) {
             names[{resolution.getInputType(), resolution.getResolutionId()}] =
                 resolution.getResolutionName();
         }

@@ -2,6 +2,7 @@
 #include "panel/PanelBoard.h"
 #include "panel/PanelControl.h"
 #include "panel/PanelView.h"
+#include "platform/Diagnostics.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 #include "print/Signals.h"

@@ -38,14 +38,14 @@ _nvrhw() {
         done
     fi
     case $wanted in
-    *DIR*)
+    DIR)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$cur")
         return
         ;;
-    *INPUT*) wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate inputs 2>/dev/null) ;;
-    *OUTPUT*) wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate outputs 2>/dev/null) ;;
-    *MONITOR*) wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate monitors 2>/dev/null) ;;
+    INPUT | OUTPUT | MONITOR)
+        wanted=$("${COMP_WORDS[0]}" "${board[@]}" generate "${wanted,,}s" 2>/dev/null)
+        ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$wanted" -- "$cur")
 }

@@ -1,6 +1,7 @@
 #include "lines/BoardLines.h"
 
 #include "board/gpio/GPIOFaults.h"
+#include "platform/Diagnostics.h"
 #include "platform/Gpio.h"
 #include "platform/HardwareConfigure.h"
 #include "print/Console.h"

@@ -1,5 +1,6 @@
 #include "panel/PanelBoard.h"
 
+#include "platform/Diagnostics.h"
 #include "print/Console.h"
 
 #include <algorithm>

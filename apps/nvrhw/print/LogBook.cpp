@@ -1,5 +1,6 @@
 #include "print/LogBook.h"
 
+#include "platform/Diagnostics.h"
 #include "print/Console.h"
 
 #include <mutex>
