@@ -143,6 +143,7 @@ has_colours() { t capture-pane -pe | grep -q $'\x1b\\[[0-9;]*3[1-6]m'; }
 opened
 until_true has_colours
 keys q
+ended 0
 opened NO_COLOR=1
 if has_colours; then fail "colours"; fi
 keys q
