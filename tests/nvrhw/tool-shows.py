@@ -19,7 +19,7 @@ WRONG_USAGE = [
     ["trigger", "1", "--frequency", "2"], ["trigger", "1", "--mode", "flash", "--frequency", "0"],
     ["trigger", "1", "--mode", "flash", "--frequency", "21"],
     ["trigger", "1", "--mode", "pulse", "--timeout", "1s"], ["trigger", "1", "--timeout", "0"],
-    ["trigger", "1", "--timeout", "36m"], ["trigger", "1", "--timeout", "1h"],
+    ["trigger", "1", "--timeout", "2147484ms"], ["trigger", "1", "--timeout", "1h"],
     ["trigger", "1", "--timeout", "1.2.3s"], ["trigger", "1", "--timeout", "s"],
     ["valid-level", "1", "2"], ["follow", "--count", "0"], ["monitor", "--timeout", "-1"],
     ["monitors", "set", "1"], ["monitors", "set", "1", "--brightness", "bright"], ["board"],

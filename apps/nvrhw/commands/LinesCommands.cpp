@@ -33,13 +33,12 @@ std::vector<State> readAll(const BoardLines& lines, const std::vector<Line>& wan
 // Judged as this manager does.
 std::vector<Record> describeInputs(const BoardLines& lines, const std::vector<Line>& wanted,
                                    SafePointer<IOAlarmInManager> manager) {
-    std::vector<Record> records;
-    for (InputState& input : readAll<InputState>(lines, wanted)) {
+    std::vector<InputState> inputs = readAll<InputState>(lines, wanted);
+    for (InputState& input : inputs) {
         manager->getValidLevel(input.line.id, input.userLevel);
         input.judge();
-        records.push_back(describe(input));
     }
-    return records;
+    return describeAll(inputs);
 }
 
 int runInputs(const Settings& settings) {
@@ -51,11 +50,7 @@ int runInputs(const Settings& settings) {
 
 int runOutputs(const Settings& settings) {
     const BoardLines lines;
-    std::vector<Record> records;
-    for (const OutputState& output : readAll<OutputState>(lines, lines.outputs())) {
-        records.push_back(describe(output));
-    }
-    Table::printList(records, settings.json);
+    Table::printList(describeAll(readAll<OutputState>(lines, lines.outputs())), settings.json);
     return 0;
 }
 

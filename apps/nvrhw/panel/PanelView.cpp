@@ -60,14 +60,6 @@ std::string clockText() {
     return text;
 }
 
-template <typename T> std::vector<Record> describeAll(const std::vector<T>& states) {
-    std::vector<Record> records;
-    for (const T& state : states) {
-        records.push_back(describe(state));
-    }
-    return records;
-}
-
 // One sentence on a line.
 std::string detailOf(const char* what, const LineState& state, const std::string& rest) {
     const Line& line = state.line;

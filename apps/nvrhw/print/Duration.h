@@ -19,7 +19,7 @@ public:
                                   const std::string& description);
 
     /// The milliseconds of `text`, rounded; below 0 when it is no duration.
-    static std::int64_t parse(std::string text);
+    static std::int64_t parse(const std::string& text);
 
     /// Milliseconds as text, "400 ms" or "1.5 s".
     static std::string text(std::int64_t milliseconds);
