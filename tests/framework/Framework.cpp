@@ -59,7 +59,15 @@ struct Record : ref_count {
     explicit Record(void* object) { handOut(object); }
     using ref_count::takeBack;
 };
-int ref_count::lockContended() { return m_Lock == RETIRED ? 1 : lock(); }
+int ref_count::lockContended() {
+    for (unsigned free = FREE; !m_Lock.compare_exchange_weak(free, LOCKED); free = FREE) {
+        if (free == RETIRED) {
+            return 1;
+        }
+        std::this_thread::yield();
+    }
+    return 0;
+}
 void ref_count::recycle() { m_Lock = RETIRED; }
 RefCountManager* RefCountManager::getInstance() {
     static auto* const manager = new RefCountManager;

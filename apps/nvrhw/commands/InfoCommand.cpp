@@ -103,6 +103,10 @@ Fact describeChip(int group, const fs::path& entry) {
         "kernel chip " + name + " \"" + label + "\", " + counted(lines));
 }
 
+Fact faultyBank(int group, const std::string& cause) {
+    return bankFact(group, {{"kind", "", Value()}, problem(cause)}, cause, BAD);
+}
+
 Fact describeBank(int group, const fs::path& entry) {
     const fs::file_status status = fs::status(entry);
     if (fs::is_character_file(status)) {
@@ -111,7 +115,7 @@ Fact describeBank(int group, const fs::path& entry) {
     if (!fs::is_directory(status)) {
         const std::string cause =
             fs::exists(status) ? "neither a directory of lines nor a GPIO chip" : "broken link";
-        return bankFact(group, {{"kind", "", Value()}, problem(cause)}, cause, BAD);
+        return faultyBank(group, cause);
     }
     const auto lines =
         static_cast<int>(std::distance(fs::directory_iterator(entry), fs::directory_iterator()));
@@ -121,6 +125,15 @@ Fact describeBank(int group, const fs::path& entry) {
                      {"label", "", Value()},
                      {"lines", "", lines}},
                     "simulated, " + counted(lines));
+}
+
+// One that cannot be looked at does not hide the others.
+Fact tryToDescribe(int group, const fs::path& entry) {
+    try {
+        return describeBank(group, entry);
+    } catch (const fs::filesystem_error& error) {
+        return faultyBank(group, error.code().message());
+    }
 }
 
 Record describeBanks() {
@@ -133,7 +146,7 @@ Record describeBanks() {
             if (name.size() <= LONGEST_GROUP &&
                 name.find_first_not_of("0123456789") == std::string::npos) {
                 const int group = std::atoi(name.c_str());
-                banks.emplace(group, describeBank(group, entry.path()));
+                banks.emplace(group, tryToDescribe(group, entry.path()));
             }
         }
     } catch (const fs::filesystem_error& error) {

@@ -49,9 +49,11 @@ std::string LogBook::takeCause(const std::string& fallback) {
 }
 
 void LogBook::follow() {
+    {
+        const std::lock_guard<std::mutex> guard(book().mutex);
+        book().isFollowed = true; // first, or what comes in between would be told at the end only
+    }
     close();
-    const std::lock_guard<std::mutex> guard(book().mutex);
-    book().isFollowed = true;
 }
 
 void LogBook::close() {

@@ -280,7 +280,7 @@ TEST_F(KernelBankTest, ALineOfAnotherRecorderNamesItsProcess) {
     EXPECT_EQ(read(ready[0], &sign, 1), 1);
     EXPECT_EQ(m_Gpio.set(0, 1, 0), 0);
     m_Log.expectOne({"line 1 is held by nvrhw (pid " + std::to_string(other) + ", board-tests): " +
-                     "a running recorder holds its lines: Device or resource busy"});
+                     "a running recorder or tool holds its lines: Device or resource busy"});
     EXPECT_TRUE(kill(other, SIGKILL) == 0 && waitpid(other, nullptr, 0) == other);
     EXPECT_NE(m_Gpio.set(0, 1, 0), 0);
 }

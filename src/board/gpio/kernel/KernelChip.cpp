@@ -33,7 +33,7 @@ std::string nameOf(const std::string& label) {
         return '"' + label + '"';
     }
     return "nvrhw (pid " + label.substr(OURS_LENGTH, end - OURS_LENGTH) + ", " +
-           label.substr(end + 1) + "): a running recorder holds its lines";
+           label.substr(end + 1) + "): a running recorder or tool holds its lines";
 }
 
 } // namespace
