@@ -3,9 +3,9 @@
 // it. The worker is off until the first record; it is put on before a record comes, and off when a
 // caller's removal leaves none. The record lock guards the records and is held for a whole pass of
 // the worker, its drives included. The control lock makes one of running() and start(), and orders
-// them with stop(); nobody holds both locks. Callers drive with no lock of the operator: a pass that
-// hangs in the driver delays what they do with a record afterwards, never the drive itself. Three
-// things must never be seen:
+// them with stop(); nobody holds both locks. Callers drive with no lock of the operator: a pass
+// that hangs in the driver delays what they do with a record afterwards, never the drive itself.
+// Three things must never be seen:
 //
 // A line left at a level of the worker's that a caller has replaced. A caller notes the count of
 // the worker's drives, drives, and gets the record lock to change the record; the worker counts a

@@ -3,9 +3,9 @@
 // new one is opened, as both may be the same chip.
 //
 // m_Mutex guards the map and the exchange. The look at the entry, and all that a bank does, is
-// without it: a bank that hangs holds up the others only while it is exchanged itself. So a bank may
-// be exchanged while it is used; its operations then fail, and read() and drive() try once more with
-// the one in its place.
+// without it: a bank that hangs holds up the others only while it is exchanged itself. So a bank
+// may be exchanged while it is used; its operations then fail, and read() and drive() try once more
+// with the one in its place.
 
 #include "board/gpio/GPIOBankTable.h"
 
