@@ -155,8 +155,8 @@ private:
             if (!chip->has(line.bit, cause)) {
                 m_Findings.error(line.item, cause.text());
             } else if (const std::string use = chip->describeUse(line.bit); !use.empty()) {
-                m_Findings.warn(line.item, bank + ": line " + std::to_string(line.bit) + " is " +
-                                               use + ": only the recorder itself may hold it");
+                Cause held{"line " + std::to_string(line.bit) + " is " + use, bank};
+                m_Findings.warn(line.item, held.text() + ": only the recorder itself may hold it");
             }
         }
     }

@@ -77,6 +77,7 @@ Record describe(const FileSystemAbility& system) {
 
 template <typename T> std::vector<Record> describeAll(const std::vector<T>& list) {
     std::vector<Record> records;
+    records.reserve(list.size());
     for (const T& entry : list) {
         records.push_back(describe(entry));
     }

@@ -32,7 +32,7 @@ std::vector<State> readAll(const BoardLines& lines, const std::vector<Line>& wan
 
 // Judged as this manager does.
 std::vector<Record> describeInputs(const BoardLines& lines, const std::vector<Line>& wanted,
-                                   SafePointer<IOAlarmInManager> manager) {
+                                   const SafePointer<IOAlarmInManager>& manager) {
     std::vector<InputState> inputs = readAll<InputState>(lines, wanted);
     for (InputState& input : inputs) {
         manager->getValidLevel(input.line.id, input.userLevel);

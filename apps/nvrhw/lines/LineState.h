@@ -71,6 +71,7 @@ Record describe(const OutputState& output);
 
 template <typename State> std::vector<Record> describeAll(const std::vector<State>& states) {
     std::vector<Record> records;
+    records.reserve(states.size());
     for (const State& state : states) {
         records.push_back(describe(state));
     }

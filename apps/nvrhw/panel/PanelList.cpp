@@ -43,8 +43,10 @@ std::vector<Cell> cellsOf(const Record& facts) {
         if (fact.style == BAD) {
             std::transform(text.begin(), text.end(), text.begin(), std::towupper);
         }
-        const std::wstring mark = Text::decode(fact.narrow.mark);
-        cells.push_back({mark + (mark.empty() ? L"" : L" ") + text, fact.style, fact.isNumber()});
+        if (!fact.narrow.mark.empty()) {
+            text.insert(0, Text::decode(fact.narrow.mark) + L" ");
+        }
+        cells.push_back({text, fact.style, fact.isNumber()});
     }
     return cells;
 }

@@ -25,6 +25,7 @@ const std::vector<Key> OUTPUT_KEYS{{"?", "help"},   {"q", "quit"},    {"t", "tri
                                    {"c", "cancel"}, {"m", "mode"},    {"f", "frequency"},
                                    {"i", "invert"}, {"o", "time-out"}};
 
+// NOLINTBEGIN(bugprone-suspicious-missing-comma): long ones go on in the next line
 constexpr const char* HELP[] = {
     "Tab          from the inputs to the outputs and back",
     "arrows       select a line; Home and End the first and the last one",
@@ -46,6 +47,7 @@ constexpr const char* HELP[] = {
     "",
     "The line of an input or output is written bank/bit; lvl is its level, 0 or 1. The state of "
     "an input is what the last alarm message said. A small terminal leaves out columns."};
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 std::string plural(int count, const char* one, const char* more) {
     return std::to_string(count) + " " + (count == 1 ? one : more);
@@ -134,7 +136,10 @@ void PanelView::drawHelp() {
     m_Focus.helpTop = std::clamp(m_Focus.helpTop, 0, hidden);
     drawRule(m_Screen, 0, "KEYS");
     for (int i = 0; i < std::min(rows, static_cast<int>(lines.size())); ++i) {
-        m_Screen.put(i + 1, 2, lines[static_cast<std::size_t>(i + m_Focus.helpTop)], PLAIN);
+        m_Screen.put(
+            i + 1, 2,
+            lines.at(static_cast<std::size_t>(i) + static_cast<std::size_t>(m_Focus.helpTop)),
+            PLAIN);
     }
     m_Screen.put(rows + 1, 1,
                  hidden > 0 ? "arrows: more   another key: back" : "any key goes back to the lines",

@@ -29,7 +29,7 @@ State& stateIn(unsigned char* storage) {
 
 } // namespace
 
-XQMutex::~XQMutex() = default;
+XQMutex::~XQMutex() {} // out of line, as other frameworks have something to do
 
 int XQMutex::Init() { return 1; }
 
