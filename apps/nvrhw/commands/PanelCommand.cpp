@@ -33,7 +33,7 @@ public:
 
 // When it is not known: which board it is.
 std::string machineName(const BoardLines& lines) {
-    SafePointer<MachineConfigurationDetail> detail(lines.detail());
+    const SafePointer<MachineConfigurationDetail>& detail = lines.detail();
     const bool isRead = detail->initMachineInfo() != 0; // if not the library logs why
     const std::string model = isRead ? detail->getMachineInfo().getModel() : "";
     return model.empty() ? GlobalEnv::getInstance()->getRootDirectory() : model;

@@ -69,6 +69,9 @@ std::string choices(const CLI::Option& option) {
     return list;
 }
 
+/// The words of the command line as far as `word`.
+std::string below(const std::string& path, const std::string& word) { return path + " " + word; }
+
 /// The entries of the script's arrays.
 struct Entries {
     std::string words{};  ///< of a command: its options and subcommands
@@ -81,7 +84,7 @@ void visit(const CLI::App& app, const std::string& path, Entries& entries) {
     for (const CLI::Option* option : app.get_options()) {
         const std::string values = choices(*option);
         if (option->get_positional()) {
-            entries.values += entry(path + " " + std::to_string(position++),
+            entries.values += entry(below(path, std::to_string(position++)),
                                     values.empty() ? option->get_name(true) : values);
             continue;
         }
@@ -89,13 +92,13 @@ void visit(const CLI::App& app, const std::string& path, Entries& entries) {
         words += name + " ";
         if (option->get_items_expected_max() > 0) {
             const bool isDirectory = option->get_type_name() == "DIR";
-            entries.values += entry(path + " " + name, isDirectory ? "DIR" : values);
+            entries.values += entry(below(path, name), isDirectory ? "DIR" : values);
         }
     }
     for (const CLI::App* sub : app.get_subcommands({})) {
         if (!sub->get_group().empty()) { // not a hidden one
             words += sub->get_name() + " ";
-            visit(*sub, path + " " + sub->get_name(), entries);
+            visit(*sub, below(path, sub->get_name()), entries);
         }
     }
     entries.words += entry(path, words);
