@@ -44,7 +44,13 @@ std::string encode(const std::wstring& text) {
     std::mbstate_t state{};
     for (const wchar_t c : text) {
         char bytes[MB_LEN_MAX];
-        result.append(bytes, std::wcrtomb(bytes, c, &state));
+        const std::size_t size = std::wcrtomb(bytes, c, &state);
+        if (size > sizeof bytes) { // a system without UTF-8 cannot show it
+            state = std::mbstate_t();
+            result += '?';
+        } else {
+            result.append(bytes, size);
+        }
     }
     return result;
 }
