@@ -9,10 +9,9 @@
 #include "board/documents/schema/MachineSchema.h"
 #include "board/documents/schema/MonitorSchema.h"
 #include "board/documents/schema/PackageSchema.h"
+#include "board/gpio/GPIODevice.h"
 
 namespace {
-
-constexpr char GPIO_DEVICE[] = "/dev/gpiodrv";
 
 std::string resolve(const std::string& path) { return GlobalEnv::getInstance()->resolve(path); }
 
@@ -39,7 +38,7 @@ void checkIsWritable(Findings& findings, const DocumentSchema& schema) {
 std::vector<Finding> BoardCheck::run() {
     Findings findings;
     const auto hardware = checkOf(findings, HardwareSchema::DOCUMENT).checkXml();
-    checkLines(findings, resolve(GPIO_DEVICE), hardware);
+    checkLines(findings, resolve(GPIODevice::PATH), hardware);
     checkOf(findings, MachineSchema::DOCUMENT).checkIni();
     checkOf(findings, PackageSchema::DOCUMENT).checkIni();
     checkOf(findings, FileSystemSchema::DOCUMENT).checkXml();

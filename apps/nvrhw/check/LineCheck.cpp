@@ -1,20 +1,17 @@
 #include "Findings.h"
 #include "board/documents/schema/HardwareSchema.h"
+#include "board/gpio/GPIODevice.h"
 #include "board/gpio/kernel/KernelChip.h"
 #include "board/gpio/simulated/SimulatedBank.h"
 
 #include <fcntl.h>
-#include <filesystem>
 #include <map>
 #include <set>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 using Schema = HardwareSchema;
-
-constexpr char NOT_ENTERED[] = "the directory may not be entered";
 
 /// Whether this process may; else errno says why not.
 bool mayAccess(const std::string& path, int mode) {
@@ -38,13 +35,9 @@ class DeviceLines {
 public:
     DeviceLines(Findings& findings, const std::string& device)
         : m_Findings(findings), m_Device(device) {
-        struct stat info {};
-        const bool exists = stat(device.c_str(), &info) == 0;
-        Cause fault = exists ? Cause{} : Cause::fromErrno(device);
-        if (exists && !S_ISDIR(info.st_mode)) {
-            fault = {"not a directory of banks", device};
-        } else if (exists && !mayAccess(device, X_OK)) {
-            fault = Cause::fromErrno(device, NOT_ENTERED);
+        Cause fault = m_Device.fault();
+        if (!fault && !mayAccess(device, X_OK)) {
+            fault = Cause::fromErrno(device, "the directory may not be entered");
         }
         m_IsUsable = !fault;
         if (fault) {
@@ -99,48 +92,30 @@ private:
     }
 
     void checkBank(const Lines& lines, int group) {
-        const std::string bank = m_Device + "/" + std::to_string(group);
-        const Cause fault = bankFault(group, bank);
-        if (fault) {
-            addForAll(lines, fault);
-        } else if (std::filesystem::is_directory(bank)) {
+        const GPIODevice::Bank bank = m_Device.look(group);
+        if (bank.fault.error == ENOENT && bank.fault.what.empty()) {
+            addForAll(lines, {"the board has no bank " + std::to_string(group) + banks()});
+        } else if (bank.fault) {
+            addForAll(lines, bank.fault);
+        } else if (bank.kind == GPIODevice::SIMULATED) {
             for (const Line& line : lines) {
                 checkSimulated(line, group);
             }
         } else {
-            checkChip(lines, bank);
+            checkChip(lines, m_Device.pathOf(group));
         }
-    }
-
-    /// Why no line of a bank can be used; empty when they can.
-    Cause bankFault(int group, const std::string& bank) const {
-        struct stat info {};
-        if (stat(bank.c_str(), &info) != 0) {
-            return errno == ENOENT
-                       ? Cause{"the board has no bank " + std::to_string(group) + banks()}
-                       : Cause::fromErrno(bank);
-        }
-        if (S_ISDIR(info.st_mode)) {
-            return mayAccess(bank, X_OK) ? Cause{} : Cause::fromErrno(bank, NOT_ENTERED);
-        }
-        return S_ISCHR(info.st_mode)
-                   ? Cause{}
-                   : Cause{"not a bank, which is a GPIO chip or a directory with one file per line",
-                           bank};
     }
 
     /// What the board has instead, for the end of a sentence.
     std::string banks() const {
         std::set<int> groups;
-        std::error_code error;
-        for (const auto& entry : std::filesystem::directory_iterator(m_Device, error)) {
-            const std::string name = entry.path().filename();
-            if ((entry.is_directory(error) || entry.is_character_file(error)) && name.size() < 6 &&
-                name.find_first_not_of("0123456789") == std::string::npos) {
-                groups.insert(std::stoi(name));
+        Cause unknown;
+        for (const GPIODevice::Bank& bank : m_Device.banks(unknown)) {
+            if (bank.kind != GPIODevice::NO_BANK) {
+                groups.insert(bank.group);
             }
         }
-        return error ? "" : groups.empty() ? "; it has none" : "; it has " + listed(groups);
+        return unknown ? "" : groups.empty() ? "; it has none" : "; it has " + listed(groups);
     }
 
     // Looking at a chip requests no line of it.
@@ -162,10 +137,9 @@ private:
     }
 
     void checkSimulated(const Line& line, int group) {
-        const std::string file =
-            m_Device + "/" + std::to_string(group) + "/" + std::to_string(line.bit);
+        const std::string file = m_Device.pathOf(group) + "/" + std::to_string(line.bit);
         GPIOReading reading{group, line.bit};
-        SimulatedBank(m_Device, group).read({&reading});
+        SimulatedBank(m_Device.path(), group).read({&reading});
         if (reading.cause) {
             m_Findings.error(line.item, "the line cannot be read: " + reading.cause.text());
         } else if (line.isOutput && !mayAccess(file, W_OK)) {
@@ -186,7 +160,7 @@ private:
     }
 
     Findings& m_Findings;
-    const std::string m_Device;
+    const GPIODevice m_Device;
     bool m_IsUsable = false;
 };
 

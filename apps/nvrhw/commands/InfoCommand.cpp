@@ -1,8 +1,8 @@
+#include "board/gpio/GPIODevice.h"
 #include "commands/Commands.h"
 #include "config/ConfigFileNameConst.h"
 #include "config/MachineConfigurationDetail.h"
 #include "foundation/Version.h"
-#include "lines/BoardLines.h"
 #include "platform/BoardVersion.h"
 #include "platform/Diagnostics.h"
 #include "print/Console.h"
@@ -10,20 +10,8 @@
 #include "print/Table.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <filesystem>
-#include <linux/gpio.h>
-#include <map>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace {
-
-namespace fs = std::filesystem;
-
-constexpr std::size_t LONGEST_GROUP = 5; // digits
 
 // What is broken does not hide the rest: each section is read for itself, and has the fact
 // "problem" when it cannot be.
@@ -79,81 +67,41 @@ Record describeLines() {
 
 std::string counted(int lines) { return std::to_string(lines) + (lines == 1 ? " line" : " lines"); }
 
-Fact bankFact(int group, const Record& facts, const std::string& text, Style style = PLAIN) {
-    const std::string number = std::to_string(group);
-    return Fact{number, "bank " + number, facts}.says(text, style);
+std::string textOf(const GPIODevice::Bank& bank, const std::string& fault) {
+    const std::string chip = "kernel chip " + bank.chip;
+    const std::string lines = bank.lines < 0 ? "" : ", " + counted(bank.lines);
+    return bank.kind == GPIODevice::NO_BANK ? fault
+           : bank.kind == GPIODevice::KERNEL
+               ? chip + (fault.empty() ? " \"" + bank.label + "\"" + lines : ": " + fault)
+               : "simulated" + (fault.empty() ? lines : ": " + fault);
 }
 
-Fact describeChip(int group, const fs::path& entry) {
-    const std::string name = fs::canonical(entry).filename().string();
-    gpiochip_info info{};
-    const int chip = open(entry.c_str(), O_RDONLY | O_CLOEXEC);
-    if (chip < 0 || ioctl(chip, GPIO_GET_CHIPINFO_IOCTL, &info) != 0) {
-        const std::string cause = std::strerror(errno);
-        close(chip);
-        return bankFact(group, {{"kind", "", "kernel"}, {"chip", "", name}, problem(cause)},
-                        "kernel chip " + name + ": " + cause, BAD);
+Fact describe(const GPIODevice::Bank& bank) {
+    const auto ifAny = [](const std::string& text) { return text.empty() ? Value() : Value(text); };
+    const char* const kinds[] = {"", "simulated", "kernel"};
+    Record facts{{"kind", "", ifAny(kinds[bank.kind])},
+                 {"chip", "", ifAny(bank.chip)},
+                 {"label", "", ifAny(bank.label)},
+                 {"lines", "", bank.lines < 0 ? Value() : Value(bank.lines)}};
+    Cause fault = bank.fault;
+    fault.where.clear(); // the row says it
+    if (fault) {
+        facts.push_back(problem(fault.text()));
     }
-    close(chip);
-    const std::string label(info.label, strnlen(info.label, sizeof info.label));
-    const int lines = static_cast<int>(info.lines);
-    return bankFact(
-        group,
-        {{"kind", "", "kernel"}, {"chip", "", name}, {"label", "", label}, {"lines", "", lines}},
-        "kernel chip " + name + " \"" + label + "\", " + counted(lines));
-}
-
-Fact faultyBank(int group, const std::string& cause) {
-    return bankFact(group, {{"kind", "", Value()}, problem(cause)}, cause, BAD);
-}
-
-Fact describeBank(int group, const fs::path& entry) {
-    const fs::file_status status = fs::status(entry);
-    if (fs::is_character_file(status)) {
-        return describeChip(group, entry);
-    }
-    if (!fs::is_directory(status)) {
-        const std::string cause =
-            fs::exists(status) ? "neither a directory of lines nor a GPIO chip" : "broken link";
-        return faultyBank(group, cause);
-    }
-    const auto lines =
-        static_cast<int>(std::distance(fs::directory_iterator(entry), fs::directory_iterator()));
-    return bankFact(group,
-                    {{"kind", "", "simulated"},
-                     {"chip", "", Value()},
-                     {"label", "", Value()},
-                     {"lines", "", lines}},
-                    "simulated, " + counted(lines));
-}
-
-// One that cannot be looked at does not hide the others.
-Fact tryToDescribe(int group, const fs::path& entry) {
-    try {
-        return describeBank(group, entry);
-    } catch (const fs::filesystem_error& error) {
-        return faultyBank(group, error.code().message());
-    }
+    const std::string number = std::to_string(bank.group);
+    return Fact{number, "bank " + number, facts}.says(textOf(bank, fault.text()),
+                                                      fault ? BAD : PLAIN);
 }
 
 Record describeBanks() {
-    const std::string device = GlobalEnv::getInstance()->resolve(BoardLines::DEVICE);
-    std::map<int, Fact> banks;
+    Cause cause;
     Record record;
-    try {
-        for (const auto& entry : fs::directory_iterator(device)) {
-            const std::string name = entry.path().filename().string();
-            if (name.size() <= LONGEST_GROUP &&
-                name.find_first_not_of("0123456789") == std::string::npos) {
-                const int group = std::atoi(name.c_str());
-                banks.emplace(group, tryToDescribe(group, entry.path()));
-            }
-        }
-    } catch (const fs::filesystem_error& error) {
-        record.push_back(problem(device + ": " + error.code().message()));
+    for (const GPIODevice::Bank& bank :
+         GPIODevice(GlobalEnv::getInstance()->resolve(GPIODevice::PATH)).banks(cause)) {
+        record.push_back(describe(bank));
     }
-    for (const auto& [group, bank] : banks) {
-        record.insert(record.end() - (hasProblem(record) ? 1 : 0), bank);
+    if (cause) {
+        record.push_back(problem(cause.text()));
     }
     return record;
 }

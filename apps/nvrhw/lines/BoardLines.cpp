@@ -1,5 +1,6 @@
 #include "lines/BoardLines.h"
 
+#include "board/gpio/GPIODevice.h"
 #include "board/gpio/GPIOFaults.h"
 #include "platform/Diagnostics.h"
 #include "platform/Gpio.h"
@@ -42,7 +43,7 @@ BoardLines::BoardLines(const SafePointer<IGPIO>& driver)
 SafePointer<IGPIO> BoardLines::makeDriver() {
     auto* driver = new (SOURCE, __LINE__) GPIO;
     const SafePointer<IGPIO> owner(driver);
-    driver->m_DeviceName = DEVICE;
+    driver->m_DeviceName = GPIODevice::PATH;
     if (driver->init() == 0) {
         throw CommandError(LogBook::takeCause("no GPIO device") +
                            "; --board DIR names another board");

@@ -12,8 +12,6 @@
 /// needs nothing else of the board, so that lines can be tried before the rest is right.
 class BoardLines {
 public:
-    static constexpr char DEVICE[] = "/dev/gpiodrv"; ///< where the banks are
-
     /// Reads the hardware configuration. Raises CommandError when it cannot be read.
     BoardLines();
 

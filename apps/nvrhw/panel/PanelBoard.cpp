@@ -1,12 +1,12 @@
 #include "panel/PanelBoard.h"
 
+#include "board/gpio/GPIODevice.h"
 #include "platform/Diagnostics.h"
 #include "print/Console.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 
 namespace {
@@ -56,9 +56,8 @@ void PanelBoard::setMode(const OutputState& output, const AlarmOutMode& mode) {
 
 void PanelBoard::flip(const InputState& input) {
     const Line& line = input.line;
-    const std::string bank =
-        GlobalEnv::getInstance()->resolve(BoardLines::DEVICE) + "/" + std::to_string(line.group);
-    if (std::filesystem::is_character_file(bank)) {
+    const GPIODevice device(GlobalEnv::getInstance()->resolve(GPIODevice::PATH));
+    if (device.look(line.group).kind == GPIODevice::KERNEL) {
         throw CommandError(name("input", line) + " is a line of a real GPIO chip: close or open "
                                                  "its contact; only simulated ones can be flipped");
     }
@@ -67,7 +66,7 @@ void PanelBoard::flip(const InputState& input) {
     if (!now.isReadable()) {
         throw CommandError(name("input", line) + " cannot be flipped while it is unreadable");
     }
-    const std::string path = bank + "/" + std::to_string(line.bit);
+    const std::string path = device.pathOf(line.group) + "/" + std::to_string(line.bit);
     std::fstream file(path, std::ios::in | std::ios::out); // never empty in between
     if (!(file << 1 - now.level << std::flush)) {
         throw CommandError(path + " cannot be written: " + std::strerror(errno));

@@ -47,21 +47,8 @@ std::shared_ptr<GPIOBankTable> GPIOBankTable::of(const std::string& device) {
 GPIOBankTable::GPIOBankTable(std::string device)
     : m_Device(std::move(device)), m_FaultBook(std::make_shared<GPIOFaultBook>()) {}
 
-bool GPIOBankTable::isPresent(Cause& cause) const {
-    struct stat info {};
-    if (stat(m_Device.c_str(), &info) != 0) {
-        cause = Cause::fromErrno(m_Device);
-        return false;
-    }
-    if (!S_ISDIR(info.st_mode)) {
-        cause = {"not a directory of banks", m_Device};
-        return false;
-    }
-    return true;
-}
-
 std::shared_ptr<GPIOBank> GPIOBankTable::find(int group, int bit, Cause& cause) {
-    if (m_Device.empty()) {
+    if (m_Device.path().empty()) {
         cause = {"the driver is not initialised"};
         return nullptr;
     }
@@ -69,7 +56,7 @@ std::shared_ptr<GPIOBank> GPIOBankTable::find(int group, int bit, Cause& cause) 
         cause = {"groups and bits are not negative"};
         return nullptr;
     }
-    const std::string path = m_Device + "/" + std::to_string(group);
+    const std::string path = m_Device.pathOf(group);
     struct stat entry {};
     auto known = findKnown(group);
     // Asked each time: it may go and come back. And without the lock: while one bank waits for its
@@ -100,15 +87,15 @@ std::shared_ptr<GPIOBank> GPIOBankTable::findKnown(int group) {
 }
 
 std::shared_ptr<GPIOBank> GPIOBankTable::open(int group, const struct stat& entry, Cause& cause) {
-    if (S_ISDIR(entry.st_mode)) {
-        return std::make_shared<SimulatedBank>(m_Device, group);
+    switch (GPIODevice::kindOf(entry)) {
+    case GPIODevice::SIMULATED:
+        return std::make_shared<SimulatedBank>(m_Device.path(), group);
+    case GPIODevice::KERNEL:
+        return KernelBank::open(m_Device.path(), group, m_FaultBook, cause);
+    default:
+        cause = GPIODevice::notABank(m_Device.pathOf(group));
+        return nullptr;
     }
-    if (S_ISCHR(entry.st_mode)) {
-        return KernelBank::open(m_Device, group, m_FaultBook, cause);
-    }
-    cause = {"not a bank, which is a GPIO chip or a directory with one file per line",
-             m_Device + "/" + std::to_string(group)};
-    return nullptr;
 }
 
 bool GPIOBankTable::read(std::vector<GPIOReading>& readings) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board/gpio/GPIODevice.h"
 #include "board/gpio/bank/GPIOBank.h"
 #include "board/gpio/bank/GPIOFaultBook.h"
 #include "platform/base/Mutex.h"
@@ -14,17 +15,13 @@
 /// when the table is made. Thread-safe.
 class GPIOBankTable {
 public:
-    /// The device that is used where nobody names another, below the root directory.
-    static constexpr char DEVICE[] = "/dev/gpiodrv";
-
     /// The table of this device, one for the whole process as long as anybody holds it.
     static std::shared_ptr<GPIOBankTable> of(const std::string& device);
 
     /// An empty path stands for no device: every operation fails.
     explicit GPIOBankTable(std::string device);
 
-    /// False, and `cause`, when the device is not there.
-    bool isPresent(Cause& cause) const;
+    const GPIODevice& device() const { return m_Device; }
 
     /// The bank of a line; null, and `cause`, when there is none.
     std::shared_ptr<GPIOBank> find(int group, int bit, Cause& cause);
@@ -42,7 +39,7 @@ private:
     std::shared_ptr<GPIOBank> open(int group, const struct stat& entry, Cause& cause);
     void readAll(const std::vector<GPIOReading*>& readings);
 
-    const std::string m_Device;
+    const GPIODevice m_Device;
     const std::shared_ptr<GPIOFaultBook> m_FaultBook; // shared with the banks
     XQMutex m_Mutex;
     std::map<int, std::shared_ptr<GPIOBank>> m_Banks NVRHW_GUARDED_BY(m_Mutex);

@@ -41,7 +41,8 @@ bool GPIODetectLoop::open(const std::string& device, Cause& cause) {
         return false;
     }
     const auto banks = GPIOBankTable::of(device);
-    if (!banks->isPresent(cause)) {
+    cause = banks->device().fault();
+    if (cause) {
         return false;
     }
     m_Banks = banks;

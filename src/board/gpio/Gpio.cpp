@@ -17,15 +17,14 @@ struct GPIO::Impl {
     std::shared_ptr<GPIOBankTable> banks = noBanks();
 };
 
-GPIO::GPIO() : m_DeviceName(GPIOBankTable::DEVICE), m_Impl(new Impl) {}
+GPIO::GPIO() : m_DeviceName(GPIODevice::PATH), m_Impl(new Impl) {}
 
 GPIO::~GPIO() noexcept = default;
 
 int GPIO::init() {
     const auto banks = GPIOBankTable::of(GlobalEnv::getInstance()->resolve(m_DeviceName));
     std::atomic_store(&m_Impl->banks, banks);
-    Cause cause;
-    if (!banks->isPresent(cause)) {
+    if (const Cause cause = banks->device().fault()) {
         Logger::writeLog("GPIOError", ("no GPIO device: " + cause.text()).c_str(), SOURCE,
                          __LINE__);
         return 0;

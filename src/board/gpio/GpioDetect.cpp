@@ -38,7 +38,7 @@ struct GPIODetect::Impl {
                    function<int>(GThread::emptyFun), function<int>(GThread::emptyFun)};
 };
 
-GPIODetect::GPIODetect() : m_DeviceName(GPIOBankTable::DEVICE), m_Impl(new Impl) {}
+GPIODetect::GPIODetect() : m_DeviceName(GPIODevice::PATH), m_Impl(new Impl) {}
 
 GPIODetect::~GPIODetect() noexcept = default;
 

@@ -65,6 +65,7 @@ bool KernelChip::identify(Cause& cause) {
         return false;
     }
     m_Number = info.st_rdev;
+    m_Label.assign(chip.label, strnlen(chip.label, sizeof chip.label));
     m_Count = static_cast<int>(chip.lines);
     return true;
 }

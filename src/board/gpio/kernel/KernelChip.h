@@ -19,6 +19,10 @@ public:
     /// The device number, which no other chip gets as long as this object lives.
     dev_t getNumber() const { return m_Number; }
 
+    /// What its driver calls it, and how many lines it has.
+    const std::string& getLabel() const { return m_Label; }
+    int getCount() const { return m_Count; }
+
     /// False, and `cause`, when the chip has no such line.
     bool has(int bit, Cause& cause) const;
 
@@ -45,5 +49,6 @@ private:
     FileDescriptor m_Chip;
     const std::string m_Path;
     dev_t m_Number = 0;
+    std::string m_Label;
     int m_Count = 0; // of lines
 };
