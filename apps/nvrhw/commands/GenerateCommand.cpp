@@ -29,10 +29,7 @@ std::string textOf(const std::string& what, const CLI::App& program) {
     if (what == "bash") {
         return bashCompletion(program);
     }
-    if (what == "man") {
-        return manualText(program);
-    }
-    return what == "configuration" ? configurationTables() : ids(what);
+    return what == "man" ? manualText(program) : ids(what);
 }
 
 } // namespace
@@ -41,7 +38,7 @@ std::string textOf(const std::string& what, const CLI::App& program) {
 void addGenerate(Commands& commands) {
     const auto what = std::make_shared<std::string>();
     const CLI::App& program = commands.program();
-    CLI::App& app = commands.add("generate", "Write the completion, a part of a page, or ids",
+    CLI::App& app = commands.add("generate", "Write the completion, the manual page's text, or ids",
                                  [what, &program](const Settings& /*settings*/) {
                                      Console::print(textOf(*what, program));
                                      return 0;
@@ -49,5 +46,5 @@ void addGenerate(Commands& commands) {
     app.group(""); // hidden
     app.add_option("WHAT", *what)
         ->required()
-        ->check(CLI::IsMember({"bash", "man", "configuration", "inputs", "outputs", "monitors"}));
+        ->check(CLI::IsMember({"bash", "man", "inputs", "outputs", "monitors"}));
 }

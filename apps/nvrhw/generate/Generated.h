@@ -13,6 +13,3 @@ std::string bashCompletion(const CLI::App& program);
 
 /// The help of the program and of all its commands, as help2man wants it for the manual page.
 std::string manualText(const CLI::App& program);
-
-/// The tables of docs/configuration.md, from the schemas of the documents.
-std::string configurationTables();

@@ -1,3 +1,5 @@
+// The tables of docs/configuration.md, from the schemas that the readers of the documents use.
+
 #include "board/documents/schema/AbilitySchema.h"
 #include "board/documents/schema/ClockSchema.h"
 #include "board/documents/schema/FileSystemSchema.h"
@@ -5,9 +7,9 @@
 #include "board/documents/schema/MachineSchema.h"
 #include "board/documents/schema/MonitorSchema.h"
 #include "board/documents/schema/PackageSchema.h"
-#include "generate/Generated.h"
 
 #include <algorithm>
+#include <iostream>
 #include <map>
 #include <set>
 #include <vector>
@@ -148,10 +150,9 @@ std::string files() {
 
 } // namespace
 
-std::string configurationTables() {
-    std::string text = marked("files", files());
+int main() {
+    std::cout << marked("files", files());
     for (const DocumentSchema* document : DOCUMENTS) {
-        text += marked(nameOf(*document), DocumentTable(*document).text());
+        std::cout << marked(nameOf(*document), DocumentTable(*document).text());
     }
-    return text;
 }
