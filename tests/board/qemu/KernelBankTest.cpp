@@ -1,137 +1,17 @@
+#include "board/qemu/KernelRequests.h"
+#include "board/qemu/LineObserver.h"
 #include "board/qemu/SimChip.h"
-#include "platform/Gpio.h"
-#include "platform/GpioDetect.h"
-#include "platform/System.h"
-#include "support/Gate.h"
 #include "support/LogCapture.h"
 #include "support/SimulatedBoard.h"
 
-#include <atomic>
 #include <csignal>
-#include <cstdarg>
-#include <functional>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
 namespace {
 
-/// What this program's requests to the kernel go through, the library's among them.
-struct Requests {
-    static inline thread_local int reads = 0; ///< of the levels of lines
-    std::atomic<int> attempts{0};             ///< to get lines
-    std::atomic<unsigned long> broken{0};     ///< this request fails ...
-    std::atomic<int> error{0};                ///< ... with this error number
-    std::atomic<bool> silent{false};          ///< the chips have no interrupts
-    std::function<void()> after = [] {};      ///< called behind each
-} s_Requests;
-
-bool asksForReports(const gpio_v2_line_config& config) {
-    auto flags = config.flags;
-    for (__u32 i = 0; i < config.num_attrs; ++i) {
-        const auto& attribute = config.attrs[i].attr;
-        flags |= attribute.id == GPIO_V2_LINE_ATTR_ID_FLAGS ? attribute.flags : 0;
-    }
-    return (flags & (GPIO_V2_LINE_FLAG_EDGE_RISING | GPIO_V2_LINE_FLAG_EDGE_FALLING)) != 0;
-}
-
-} // namespace
-
-extern "C" __attribute__((visibility("default"))) int ioctl(int descriptor, unsigned long request,
-                                                            ...) noexcept {
-    va_list arguments;
-    va_start(arguments, request);
-    void* const argument = va_arg(arguments, void*);
-    va_end(arguments);
-    s_Requests.reads += request == GPIO_V2_LINE_GET_VALUES_IOCTL ? 1 : 0;
-    s_Requests.attempts += request == GPIO_V2_GET_LINE_IOCTL ? 1 : 0;
-    if (s_Requests.silent && request == GPIO_V2_GET_LINE_IOCTL &&
-        asksForReports(static_cast<gpio_v2_line_request*>(argument)->config)) {
-        errno = ENXIO;
-        return -1;
-    }
-    if (request == s_Requests.broken) {
-        errno = s_Requests.error;
-        return -1;
-    }
-    const auto result = syscall(SYS_ioctl, descriptor, request, argument);
-    const int error = errno;
-    s_Requests.after();
-    errno = error;
-    return static_cast<int>(result);
-}
-
-namespace {
-
-using Lines = std::vector<std::pair<int, int>>; // groups and bits
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
-
-/// A detector whose handler reads the watched lines in one batch.
-class Observer {
-public:
-    Observer(GPIO& gpio, int number, const Lines& lines) : m_Gpio(gpio), m_Seen(lines.size(), -1) {
-        s_Observers[number] = this;
-        EXPECT_EQ(m_Detect.open() + m_Detect.setSignalHandler(number, handle), 0);
-        for (const auto& [group, bit] : lines) {
-            EXPECT_EQ(m_Detect.addDetectLine(SystemHelper::getPid(), group, bit), 0);
-            IOInfo info;
-            info.setId(static_cast<int>(m_Infos.size()));
-            info.setGroupId(group);
-            info.setBitPosion(bit);
-            m_Infos.push_back(info);
-        }
-        look();
-        EXPECT_EQ(m_Detect.startDetect(), 0);
-    }
-    ~Observer() { m_Detect.close(); }
-    Observer(const Observer&) = delete;
-    Observer& operator=(const Observer&) = delete;
-
-    /// Waits until these levels were seen last; -1 is a line that could not be read.
-    bool waitFor(const std::vector<int>& levels) {
-        for (int calls = m_Calls.count();; ++calls) {
-            const std::vector<int> seen = last();
-            if (seen == levels || !m_Calls.wait(calls + 1)) {
-                return last() == levels;
-            }
-        }
-    }
-
-    std::vector<int> last() {
-        const std::lock_guard<std::mutex> guard(m_Mutex);
-        return m_Seen;
-    }
-
-    std::function<void()> m_Action = [] {}; ///< what the handler does first
-    std::atomic<int> m_EverHigh{0};         ///< how often line 0 was seen high
-
-private:
-    static void handle(int number) {
-        s_Observers[number]->m_Action();
-        s_Observers[number]->look();
-        s_Observers[number]->m_Calls.open();
-    }
-
-    void look() {
-        std::vector<IOState> states;
-        m_Gpio.get(m_Infos, states);
-        const std::lock_guard<std::mutex> guard(m_Mutex);
-        std::fill(m_Seen.begin(), m_Seen.end(), -1);
-        for (const IOState& state : states) {
-            m_Seen[static_cast<std::size_t>(state.getId())] = state.getLevel();
-        }
-        m_EverHigh += m_Seen[0] == 1 ? 1 : 0;
-    }
-
-    static inline Observer* s_Observers[32] = {};
-
-    GPIO& m_Gpio;
-    GPIODetect m_Detect;
-    std::vector<IOInfo> m_Infos;
-    std::mutex m_Mutex;
-    std::vector<int> m_Seen;
-    Gate m_Calls;
-};
 
 /// A board with one chip of eight lines as group 0.
 class KernelBankTest : public testing::Test {
@@ -177,7 +57,7 @@ TEST_F(KernelBankTest, ABurstOnTwoChipsEndsWithTheLevelsOfTheWiresAndABatchIsOne
     for (int bit = 0; bit < 80; ++bit) {
         lines.emplace_back(bit < 72 ? 1 : 0, bit % 72);
     }
-    Observer observer(m_Gpio, 1, lines);
+    LineObserver observer(m_Gpio, 1, lines);
     std::vector<int> levels(lines.size());
     for (int round = 0; round < 3; ++round) {
         for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -199,7 +79,7 @@ TEST_F(KernelBankTest, ABurstOnTwoChipsEndsWithTheLevelsOfTheWiresAndABatchIsOne
 }
 
 TEST_F(KernelBankTest, WhatOverflowsTheEventBufferEndsWithTheLevelOfTheLine) {
-    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
+    LineObserver observer(m_Gpio, 1, {{0, 0}, {0, 1}});
     Gate inside;
     Gate over;
     observer.m_Action = [&] {
@@ -219,7 +99,7 @@ TEST_F(KernelBankTest, WhatOverflowsTheEventBufferEndsWithTheLevelOfTheLine) {
 
 TEST_F(KernelBankTest, AGlitchShorterThanTheDebounceTimeIsNoChange) {
     m_Board.configure(0, R"(debounce="20")");
-    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
+    LineObserver observer(m_Gpio, 1, {{0, 0}, {0, 1}});
     bool other = false;
     int glitches = 0;
     for (int tries = 0; glitches < 5 && tries < 1000; ++tries) {
@@ -246,7 +126,7 @@ TEST_F(KernelBankTest, AGlitchShorterThanTheDebounceTimeIsNoChange) {
 
 TEST_F(KernelBankTest, ALineHeldElsewhereFailsAloneAndWorksWhenItIsReleased) {
     auto holder = std::make_unique<LineRequest>(m_Chip.device(), 1, GPIO_V2_LINE_FLAG_INPUT);
-    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}, {0, 2}, {0, 99}});
+    LineObserver observer(m_Gpio, 1, {{0, 0}, {0, 1}, {0, 2}, {0, 99}});
     for (const bool high : {true, false, true}) {
         m_Chip.pull(0, high);
         m_Chip.pull(2, !high);
@@ -286,7 +166,7 @@ TEST_F(KernelBankTest, ALineOfAnotherRecorderNamesItsProcess) {
 }
 
 TEST_F(KernelBankTest, AChipThatIsTakenAwayIsFoundAgainUnderAnotherNumber) {
-    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
+    LineObserver observer(m_Gpio, 1, {{0, 0}, {0, 1}});
     ASSERT_NE(m_Gpio.set(0, 2, 1), 0);
     const std::string device = m_Chip.device();
     m_Chip.remove();
@@ -382,8 +262,8 @@ TEST_F(KernelBankTest, ReadingLeavesDirectionsAndDrivingHasNoOtherLevelInBetween
 TEST_F(KernelBankTest, SettingsReachTheKernelAndEveryDetectorIsTold) {
     m_Board.configure(0, R"(bias="pull-up" debounce="3" drive="open-drain")");
     m_Board.configure(1, R"(bias="disabled" drive="open-source" debounce="3")");
-    Observer one(m_Gpio, 1, {{0, 0}, {0, 2}});
-    Observer two(m_Gpio, 2, {{0, 2}, {0, 0}});
+    LineObserver one(m_Gpio, 1, {{0, 0}, {0, 2}});
+    LineObserver two(m_Gpio, 2, {{0, 2}, {0, 0}});
     EXPECT_NE(m_Gpio.set(0, 1, 1), 0);
     const auto input = info(0);
     const std::uint64_t edges = GPIO_V2_LINE_FLAG_EDGE_RISING | GPIO_V2_LINE_FLAG_EDGE_FALLING;
@@ -434,7 +314,7 @@ TEST_F(KernelBankTest, AFailureIsLoggedOnceCountedAndHeals) {
     EXPECT_NE(m_Gpio.set(0, 1, 1), 0);
     EXPECT_TRUE(m_Chip.value(1));
 
-    Observer observer(m_Gpio, 1, {{0, 0}});
+    LineObserver observer(m_Gpio, 1, {{0, 0}});
     fail(GPIO_V2_LINE_GET_VALUES_IOCTL, EIO);
     m_Chip.pull(0, true);
     EXPECT_TRUE(observer.waitFor({-1}));
@@ -445,7 +325,7 @@ TEST_F(KernelBankTest, AFailureIsLoggedOnceCountedAndHeals) {
 TEST_F(KernelBankTest, AChipWithoutInterruptsIsLookedAt) {
     s_Requests.silent = true;
     m_Board.configure(0, R"(debounce="20")");
-    Observer observer(m_Gpio, 1, {{0, 0}, {0, 1}});
+    LineObserver observer(m_Gpio, 1, {{0, 0}, {0, 1}});
     m_Log.expect(2, {"bit 1 is looked at now and then, as its changes are not reported: "});
     for (const bool high : {true, false, true}) {
         m_Chip.pull(0, high);
