@@ -47,9 +47,9 @@ TEST(IServiceFactory, KeepsServicesByNameAndReleasesThemInOrder) {
 
 class HardwareServiceFactoryTest : public ServiceTest {
 protected:
-    void setInput(std::size_t id, bool alarm) const {
-        const bool level = alarm == (INPUTS[id - 1] == '1');
-        m_Board.write(static_cast<int>(id - 1) / 8, (id - 1) % 8, level ? "1\n" : "0\n");
+    void setInput(int id, bool alarm) const {
+        const bool level = alarm == (INPUTS[static_cast<std::size_t>(id) - 1] == '1');
+        m_Board.write((id - 1) / 8, (id - 1) % 8, level ? "1\n" : "0\n");
     }
 };
 
@@ -106,7 +106,7 @@ TEST_F(HardwareServiceFactoryTest, ALineThatChangesReachesTheListeners) {
     manager.notifyAlarmConsumers(false);
     EXPECT_EQ(messages.take(), "1=0 2=0 3=0 4=0 5=0 6=0 7=0 8=0 9=0 10=0 11=0 12=0 13=0 14=0 "
                                "15=0 16=0");
-    for (std::size_t id = 1; id <= INPUTS.size(); ++id) {
+    for (int id = 1; id <= static_cast<int>(INPUTS.size()); ++id) {
         for (const bool alarm : {true, false}) {
             setInput(id, alarm);
             EXPECT_TRUE(messages.waitFor(std::to_string(id) + (alarm ? "=1" : "=0"))) << id;
