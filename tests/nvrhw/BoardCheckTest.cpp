@@ -4,8 +4,10 @@
 #include "board/documents/schema/FileSystemSchema.h"
 #include "board/documents/schema/HardwareSchema.h"
 #include "board/documents/schema/MachineSchema.h"
+#include "board/documents/schema/MonitorSchema.h"
 #include "board/documents/schema/PackageSchema.h"
 #include "config/ConfigFileNameConst.h"
+#include "config/Monitor.h"
 #include "support/SimulatedBoard.h"
 
 #include <regex>
@@ -68,6 +70,10 @@ TEST_F(BoardCheckTest, LooksWhereTheLibraryLooks) {
     EXPECT_EQ(FileSystemSchema::DOCUMENT.path, Files::getFileSystemFileName());
     EXPECT_EQ(MachineSchema::DOCUMENT.path, Files::getMachineInfoFileName());
     EXPECT_EQ(PackageSchema::DOCUMENT.path, Files::getSoftwarePackageFileName());
+    const std::string monitors = m_Board.root().string() + MonitorSchema::DOCUMENT.path;
+    fs::remove(monitors);
+    EXPECT_NE(Monitor().setMonitorParam(MonitorParam()), 0);
+    EXPECT_TRUE(fs::exists(monitors));
 }
 
 } // namespace

@@ -65,11 +65,17 @@ class Shows(ToolTest):
     def test_info_shows_all_but_what_is_broken(self):
         self.assertEqual(self.run_json("info")["banks"]["2"],
                          {"kind": "simulated", "chip": None, "label": None, "lines": 4})
+        (self.line(3, 0).parent).symlink_to("nowhere")
+        (self.line(4, 0).parent).symlink_to("/dev/null")
+        (self.line(5, 0).parent).write_text("1")
         self.edit(CONFIG, "<GPIOAlarmOut>", "<GPIOAlarmOutput>")
         self.edit(ABILITY, "<NVRAbility>", "")
         output = self.run_tool("info")
         self.expect_lines(output, "model Thirty-Two Channel Sample", "kernel 6.1.90",
                           "bank 0 simulated, 8 lines",
+                          "bank 3 broken link: No such file or directory",
+                          "bank 4 kernel chip null: not a bank: it is no GPIO chip",
+                          "bank 5 not a bank, which .*",
                           f"unreadable {self.board}/hd1/program/config/{CONFIG}:.*")
         self.expect_lines(output, *self.run_tool("--version").splitlines())
 

@@ -93,16 +93,16 @@ private:
 
     void checkBank(const Lines& lines, int group) {
         const GPIODevice::Bank bank = m_Device.look(group);
-        if (bank.fault.error == ENOENT && bank.fault.what.empty()) {
+        if (!bank.isThere && bank.fault.error == ENOENT) {
             addForAll(lines, {"the board has no bank " + std::to_string(group) + banks()});
         } else if (bank.fault) {
             addForAll(lines, bank.fault);
+        } else if (bank.kind == GPIODevice::KERNEL) {
+            checkChip(lines, m_Device.pathOf(group));
         } else if (bank.kind == GPIODevice::SIMULATED) {
             for (const Line& line : lines) {
                 checkSimulated(line, group);
             }
-        } else {
-            checkChip(lines, m_Device.pathOf(group));
         }
     }
 

@@ -68,18 +68,17 @@ Record describeLines() {
 std::string counted(int lines) { return std::to_string(lines) + (lines == 1 ? " line" : " lines"); }
 
 std::string textOf(const GPIODevice::Bank& bank, const std::string& fault) {
-    const std::string chip = "kernel chip " + bank.chip;
-    const std::string lines = bank.lines < 0 ? "" : ", " + counted(bank.lines);
-    return bank.kind == GPIODevice::NO_BANK ? fault
-           : bank.kind == GPIODevice::KERNEL
-               ? chip + (fault.empty() ? " \"" + bank.label + "\"" + lines : ": " + fault)
-               : "simulated" + (fault.empty() ? lines : ": " + fault);
+    if (bank.kind == GPIODevice::NO_BANK) {
+        return fault;
+    }
+    const std::string label = bank.label.empty() ? "" : " \"" + bank.label + "\"";
+    return GPIODevice::nameOf(bank.kind) + (bank.chip.empty() ? "" : " chip " + bank.chip + label) +
+           (bank.lines < 0 ? "" : ", " + counted(bank.lines)) + (fault.empty() ? "" : ": " + fault);
 }
 
 Fact describe(const GPIODevice::Bank& bank) {
     const auto ifAny = [](const std::string& text) { return text.empty() ? Value() : Value(text); };
-    const char* const kinds[] = {"", "simulated", "kernel"};
-    Record facts{{"kind", "", ifAny(kinds[bank.kind])},
+    Record facts{{"kind", "", ifAny(GPIODevice::nameOf(bank.kind))},
                  {"chip", "", ifAny(bank.chip)},
                  {"label", "", ifAny(bank.label)},
                  {"lines", "", bank.lines < 0 ? Value() : Value(bank.lines)}};

@@ -1,3 +1,4 @@
+#include "board/documents/schema/MonitorSchema.h"
 #include "commands/Abilities.h"
 #include "commands/Commands.h"
 #include "config/Monitor.h"
@@ -8,38 +9,45 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <map>
 #include <optional>
 
 namespace {
 
+using Schema = MonitorSchema;
+
 /// A whole number among a monitor's parameters.
 struct Field {
     const char* option; ///< on the command line
-    const char* key;
+    const FieldSchema& schema;
     const char* title; ///< empty: it continues the column before it ...
     const char* joint; ///< ... after this
-    const char* description;
     int (MonitorParam::*get)() const;
     void (MonitorParam::*set)(int);
+
+    /// "Per cent, 0 to 100"
+    std::string description() const {
+        std::string text = schema.meaning;
+        text.front() = static_cast<char>(std::toupper(text.front()));
+        const Range range = schema.accepted;
+        return text + (range.highest == ANY.highest ? ""
+                                                    : ", " + std::to_string(range.lowest) + " to " +
+                                                          std::to_string(range.highest));
+    }
 };
 
 constexpr Field FIELDS[] = {
-    {"--type", "type", "TYPE", "", "Input type, as in the ability document", &MonitorParam::getType,
-     &MonitorParam::setType},
-    {"--resolution", "resolutionId", "RESOLUTION", "", "Resolution id of that type",
-     &MonitorParam::getResolutionId, &MonitorParam::setResolutionId},
-    {"--x", "x", "POSITION", "", "Left edge of the picture, pixels", &MonitorParam::getX,
-     &MonitorParam::setX},
-    {"--y", "y", "", ",", "Upper edge of the picture, pixels", &MonitorParam::getY,
-     &MonitorParam::setY},
-    {"--width", "width", "SIZE", "", "Width of the picture, pixels", &MonitorParam::getWidth,
-     &MonitorParam::setWidth},
-    {"--height", "height", "", "x", "Height of the picture, pixels", &MonitorParam::getHeight,
-     &MonitorParam::setHeight},
-    {"--refresh-rate", "refreshRate", "HZ", "", "Hertz; 0 is the display's own",
-     &MonitorParam::getRefreshRate, &MonitorParam::setRefreshRate},
-    {"--brightness", "brightness", "BRIGHTNESS", "", "0 to 100", &MonitorParam::getBrightness,
+    {"--type", Schema::TYPE, "TYPE", "", &MonitorParam::getType, &MonitorParam::setType},
+    {"--resolution", Schema::RESOLUTION_ID, "RESOLUTION", "", &MonitorParam::getResolutionId,
+     &MonitorParam::setResolutionId},
+    {"--x", Schema::X, "POSITION", "", &MonitorParam::getX, &MonitorParam::setX},
+    {"--y", Schema::Y, "", ",", &MonitorParam::getY, &MonitorParam::setY},
+    {"--width", Schema::WIDTH, "SIZE", "", &MonitorParam::getWidth, &MonitorParam::setWidth},
+    {"--height", Schema::HEIGHT, "", "x", &MonitorParam::getHeight, &MonitorParam::setHeight},
+    {"--refresh-rate", Schema::REFRESH_RATE, "HZ", "", &MonitorParam::getRefreshRate,
+     &MonitorParam::setRefreshRate},
+    {"--brightness", Schema::BRIGHTNESS, "BRIGHTNESS", "", &MonitorParam::getBrightness,
      &MonitorParam::setBrightness},
 };
 constexpr std::size_t NAME_PLACE = 4; // behind the resolution's id, which it explains
@@ -77,9 +85,11 @@ ResolutionNames readResolutionNames() {
 }
 
 Record describe(const MonitorParam& param, const ResolutionNames& names) {
-    Record record{{"id", "ID", param.getMonitorId()}, {"enabled", "ENABLED", param.isEnabled()}};
+    Record record{{"id", "ID", param.getMonitorId()},
+                  {Schema::ENABLED.name, "ENABLED", param.isEnabled()}};
     for (const Field& field : FIELDS) {
-        record.push_back(Fact{field.key, field.title, (param.*field.get)()}.after(field.joint));
+        record.push_back(
+            Fact{field.schema.name, field.title, (param.*field.get)()}.after(field.joint));
     }
     const auto found = names.find({param.getType(), param.getResolutionId()});
     record.insert(record.begin() + NAME_PLACE,
@@ -148,7 +158,7 @@ void addMonitors(Commands& commands) {
     wish->set = &set;
     set.add_option("MONITOR", wish->id, "The monitor's id")->required()->type_name("");
     for (std::size_t i = 0; i < std::size(FIELDS); ++i) {
-        set.add_option(FIELDS[i].option, wish->values[i], FIELDS[i].description)->type_name("N");
+        set.add_option(FIELDS[i].option, wish->values[i], FIELDS[i].description())->type_name("N");
     }
     set.add_option("--enabled", wish->isEnabled, "Switched on: true or false")->type_name("BOOL");
     set.add_flag("--add", wish->isNew, "It is a new one");

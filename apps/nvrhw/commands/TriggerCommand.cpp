@@ -146,13 +146,14 @@ void addTrigger(Commands& commands) {
         ->type_name("MODE");
     app.add_flag("--inverted", wish->isInverted, "Active is the other level than the valid level");
     app.add_option("--frequency", wish->frequency,
-                   "Level changes per second while flashing, 0.01 to 20 (default 2); a cycle of "
-                   "on and off takes two")
+                   "Level changes per second while flashing, " + OutputState::frequencies() +
+                       " (default 2); a cycle of on and off takes two")
         ->check(CLI::Range(OutputState::LOWEST_FREQUENCY, OutputState::HIGHEST_FREQUENCY)
                     .description(""))
         ->type_name("CHANGES");
     Duration::addOption(app, "--timeout", wish->timeout, OutputState::LONGEST_TIMEOUT,
-                        "End after this time: 500ms, 2s, 1m (up to 2147483ms; default: no end)");
+                        "End after this time: 500ms, 2s, 1m (up to " +
+                            std::to_string(OutputState::LONGEST_TIMEOUT) + "ms; default: no end)");
     app.add_flag("--verbose", wish->isVerbose, "Print the level it begins with, and each change");
     app.footer(
         "A steady output without --timeout stays on when the command has ended: cancel\n"

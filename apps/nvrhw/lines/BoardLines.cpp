@@ -74,7 +74,7 @@ void BoardLines::read(const std::vector<LineState*>& states) const {
         }
         state->cause = state->isReadable() ? "" : cause.text();
     }
-    LogBook::take(); // said the same
+    LogBook::forget(GPIOFaults::SUBJECT);
 }
 
 const Line& BoardLines::find(const std::vector<Line>& lines, int id, const std::string& what) {

@@ -85,6 +85,10 @@ void InputState::judgeBy(int flag) {
     state = !isReadable() ? UNREADABLE : flag < 0 ? UNKNOWN : flag != 0 ? ALARM : NORMAL;
 }
 
+std::string OutputState::frequencies() {
+    return format("%g to ", LOWEST_FREQUENCY) + format("%g", HIGHEST_FREQUENCY);
+}
+
 const char* OutputState::modeName() const {
     return mode.getMode() == AlarmOutMode::Flash   ? "flash"
            : mode.getMode() == AlarmOutMode::Pulse ? "pulse"

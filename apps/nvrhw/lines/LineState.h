@@ -51,6 +51,9 @@ struct OutputState : LineState {
     static constexpr double HIGHEST_FREQUENCY = 20.0; ///< the library looks every 50 ms
     static constexpr int LONGEST_TIMEOUT = 2147483;   ///< milliseconds, the library's limit
 
+    /// "0.01 to 20"
+    static std::string frequencies();
+
     AlarmOutMode mode{};
     Operation operation = NONE; ///< what the library is doing with the line over time
     double remaining = 0.0;     ///< seconds until the operation ends; 0 when it has no end

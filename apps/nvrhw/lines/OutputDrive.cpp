@@ -90,7 +90,7 @@ void OutputDrive::expectDriven() const {
     if (m_Trace->hasFailed()) {
         Cause cause{"its line cannot be driven"};
         GPIOFaults::find(GPIOFaults::Operation::DRIVE, m_Line.group, m_Line.bit, cause);
-        LogBook::take(); // said the same
+        LogBook::forget(GPIOFaults::SUBJECT);
         throw CommandError("output " + std::to_string(m_Line.id) + ": group " +
                            std::to_string(m_Line.group) + ", bit " + std::to_string(m_Line.bit) +
                            " cannot be driven: " + cause.text());

@@ -15,7 +15,7 @@ float parseFrequency(const std::string& text) {
     const double value = std::strtod(text.c_str(), &rest);
     if (*rest != '\0' ||
         !(value >= OutputState::LOWEST_FREQUENCY && value <= OutputState::HIGHEST_FREQUENCY)) {
-        throw CommandError("a frequency is a number from 0.01 to 20");
+        throw CommandError("a frequency is a number, " + OutputState::frequencies());
     }
     return static_cast<float>(value);
 }
@@ -23,7 +23,8 @@ float parseFrequency(const std::string& text) {
 int parseTimeout(const std::string& text) {
     const std::int64_t milliseconds = Duration::parse(text);
     if (milliseconds < 0 || milliseconds > OutputState::LONGEST_TIMEOUT) {
-        throw CommandError("a time-out is such as 500ms, 10s or 2m, up to 35 minutes; 0 for none");
+        throw CommandError("a time-out is such as 500ms, 10s or 2m, up to " +
+                           Duration::text(OutputState::LONGEST_TIMEOUT) + "; 0 for none");
     }
     return static_cast<int>(milliseconds);
 }
@@ -144,7 +145,8 @@ void PanelControl::askFrequency() {
     if (output().mode.getMode() != AlarmOutMode::Flash) {
         throw CommandError("only a flashing output has a frequency: m changes the mode");
     }
-    m_Focus.prompt.open("level changes a second, 0.01 to 20: ", [this](const std::string& text) {
+    const std::string question = "level changes a second, " + OutputState::frequencies() + ": ";
+    m_Focus.prompt.open(question, [this](const std::string& text) {
         changeMode([&](AlarmOutMode& mode) { mode.setFrequency(parseFrequency(text)); });
     });
 }

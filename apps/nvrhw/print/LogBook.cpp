@@ -3,13 +3,15 @@
 #include "platform/Diagnostics.h"
 #include "print/Console.h"
 
+#include <algorithm>
 #include <mutex>
+#include <utility>
 
 namespace {
 
 struct Book {
     std::mutex mutex;
-    std::vector<std::string> texts;
+    std::vector<std::pair<std::string, std::string>> records; // subject and text
     bool isFollowed = false;
 };
 
@@ -28,7 +30,7 @@ void LogBook::open() {
         if (book().isFollowed) {
             warn(record.text);
         } else {
-            book().texts.emplace_back(record.text);
+            book().records.emplace_back(record.subject, record.text);
         }
     });
 }
@@ -36,8 +38,19 @@ void LogBook::open() {
 std::vector<std::string> LogBook::take() {
     std::vector<std::string> texts;
     const std::lock_guard<std::mutex> guard(book().mutex);
-    texts.swap(book().texts);
+    for (auto& [subject, text] : book().records) {
+        texts.push_back(std::move(text));
+    }
+    book().records.clear();
     return texts;
+}
+
+void LogBook::forget(const std::string& subject) {
+    const std::lock_guard<std::mutex> guard(book().mutex);
+    auto& records = book().records;
+    records.erase(std::remove_if(records.begin(), records.end(),
+                                 [&](const auto& record) { return record.first == subject; }),
+                  records.end());
 }
 
 std::string LogBook::takeCause(const std::string& fallback) {

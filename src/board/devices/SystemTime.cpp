@@ -28,8 +28,8 @@ void log(const std::string& text, int line) {
 }
 
 /// Where a file may be as well that is not where it was asked for: beside the hardware
-/// configuration, when it was looked for from the working directory, which differs from one way of
-/// starting a recorder to another. Else empty.
+/// configuration, where that lies by default, when it was looked for from the working directory,
+/// which differs from one way of starting a recorder to another. Else empty.
 std::string otherPlaceOf(const std::string& fileName) {
     const std::string folder = HardwareSchema::DOCUMENT.path;
     return fileName.empty() || fileName.front() == '/'

@@ -92,10 +92,11 @@ std::shared_ptr<GPIOBank> GPIOBankTable::open(int group, const struct stat& entr
         return std::make_shared<SimulatedBank>(m_Device.path(), group);
     case GPIODevice::KERNEL:
         return KernelBank::open(m_Device.path(), group, m_FaultBook, cause);
-    default:
-        cause = GPIODevice::notABank(m_Device.pathOf(group));
-        return nullptr;
+    case GPIODevice::NO_BANK:
+        break;
     }
+    cause = GPIODevice::notABank(m_Device.pathOf(group));
+    return nullptr;
 }
 
 bool GPIOBankTable::read(std::vector<GPIOReading>& readings) {

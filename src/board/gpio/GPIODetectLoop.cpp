@@ -228,6 +228,6 @@ void GPIODetectLoop::callHandler() {
     const std::string cause = exceptionText([&] { handler(signalNumber); });
     if (!cause.empty()) {
         const std::string text = "the detection handler ended by an exception: " + cause;
-        Logger::writeLog("GPIOError", text.c_str(), SOURCE, __LINE__);
+        Logger::writeLog(GPIOFaultBook::SUBJECT, text.c_str(), SOURCE, __LINE__);
     }
 }

@@ -29,10 +29,8 @@ bool isGroup(const std::string& name) {
 void lookAtChip(GPIODevice::Bank& bank, const std::string& path) {
     std::error_code error;
     bank.chip = fs::canonical(path, error).filename().string();
-    if (const auto chip = KernelChip::open(path, bank.fault)) {
-        bank.label = chip->getLabel();
-        bank.lines = chip->getCount();
-    }
+    KernelChip::look(path, bank.label, bank.lines); // for that it need not be usable
+    KernelChip::open(path, bank.fault);
 }
 
 // The lines can be used by whoever may enter the directory; to count them it must be readable.
@@ -52,6 +50,18 @@ GPIODevice::Kind GPIODevice::kindOf(const struct stat& entry) {
     return S_ISDIR(entry.st_mode) ? SIMULATED : S_ISCHR(entry.st_mode) ? KERNEL : NO_BANK;
 }
 
+const char* GPIODevice::nameOf(Kind kind) {
+    switch (kind) {
+    case SIMULATED:
+        return "simulated";
+    case KERNEL:
+        return "kernel";
+    case NO_BANK:
+        break;
+    }
+    return "";
+}
+
 Cause GPIODevice::notABank(const std::string& path) {
     return {"not a bank, which is a GPIO chip or a directory with one file per line", path};
 }
@@ -68,9 +78,11 @@ GPIODevice::Bank GPIODevice::look(int group) const {
     const std::string path = pathOf(group);
     struct stat info {};
     Bank bank{group};
-    if (stat(path.c_str(), &info) != 0) {
+    bank.isThere = stat(path.c_str(), &info) == 0;
+    if (!bank.isThere) {
         bank.fault = Cause::fromErrno(path);
-        bank.fault.what = lstat(path.c_str(), &info) == 0 ? "broken link" : "";
+        bank.isThere = lstat(path.c_str(), &info) == 0;
+        bank.fault.what = bank.isThere && bank.fault.error == ENOENT ? "broken link" : "";
         return bank;
     }
     bank.kind = kindOf(info);
@@ -81,7 +93,7 @@ GPIODevice::Bank GPIODevice::look(int group) const {
     case SIMULATED:
         countFiles(bank, path);
         break;
-    default:
+    case NO_BANK:
         bank.fault = notABank(path);
     }
     return bank;

@@ -19,6 +19,7 @@ public:
 
     struct Bank {
         int group;
+        bool isThere = false; ///< it has an entry
         Kind kind = NO_BANK;
         std::string chip{};  ///< of a kernel bank: the name of its device
         std::string label{}; ///< of a kernel bank: what its driver calls it
@@ -27,6 +28,9 @@ public:
     };
 
     static Kind kindOf(const struct stat& entry);
+
+    /// "simulated", "kernel"; empty for no bank.
+    static const char* nameOf(Kind kind);
 
     /// Why an entry of no such kind cannot be used.
     static Cause notABank(const std::string& path);

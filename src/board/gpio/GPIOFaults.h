@@ -7,6 +7,9 @@
 /// that show it. Thread-safe.
 class NVRHW_API GPIOFaults {
 public:
+    /// Of the log's records about lines, which say the same.
+    static constexpr const char* SUBJECT = GPIOFaultBook::SUBJECT;
+
     /// READ, DRIVE and WATCH. A watch belongs to the whole group, whatever the bit; a line that
     /// its bank cannot watch is one that cannot be read, and found there.
     using Operation = GPIOFaultBook::Operation;

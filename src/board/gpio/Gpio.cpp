@@ -25,8 +25,8 @@ int GPIO::init() {
     const auto banks = GPIOBankTable::of(GlobalEnv::getInstance()->resolve(m_DeviceName));
     std::atomic_store(&m_Impl->banks, banks);
     if (const Cause cause = banks->device().fault()) {
-        Logger::writeLog("GPIOError", ("no GPIO device: " + cause.text()).c_str(), SOURCE,
-                         __LINE__);
+        Logger::writeLog(GPIOFaultBook::SUBJECT, ("no GPIO device: " + cause.text()).c_str(),
+                         SOURCE, __LINE__);
         return 0;
     }
     return 1;

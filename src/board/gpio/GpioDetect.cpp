@@ -12,7 +12,8 @@ constexpr int DONE = 0;
 constexpr int FAILED = -1;
 
 int fail(const std::string& what, const Cause& cause) {
-    Logger::writeLog("GPIOError", (what + ": " + cause.text()).c_str(), SOURCE, __LINE__);
+    Logger::writeLog(GPIOFaultBook::SUBJECT, (what + ": " + cause.text()).c_str(), SOURCE,
+                     __LINE__);
     return FAILED;
 }
 

@@ -15,11 +15,12 @@ struct MonitorSchema {
             .expected()
             .from(NOT_NEGATIVE);
     static constexpr Field ENABLED = Field::flag("enabled", "the output is in use");
-    static constexpr Field X = Field::number("x", "the picture's position, pixels");
-    static constexpr Field Y = Field::number("y", "downwards");
+    static constexpr Field X = Field::number("x", "left edge of the picture, pixels");
+    static constexpr Field Y = Field::number("y", "upper edge of the picture, pixels");
     static constexpr Field WIDTH =
-        Field::number("width", "the picture's size, pixels").from(NOT_NEGATIVE);
-    static constexpr Field HEIGHT = Field::number("height", "downwards").from(NOT_NEGATIVE);
+        Field::number("width", "width of the picture, pixels").from(NOT_NEGATIVE);
+    static constexpr Field HEIGHT =
+        Field::number("height", "height of the picture, pixels").from(NOT_NEGATIVE);
     static constexpr Field REFRESH_RATE =
         Field::number("refreshRate", "hertz; 0: the display's own").from(NOT_NEGATIVE);
     static constexpr Field BRIGHTNESS =

@@ -17,7 +17,7 @@ std::string lineName(int group, int bit) {
 }
 
 void write(const std::string& record) {
-    Logger::writeLog("GPIOError", record.c_str(), SOURCE, __LINE__);
+    Logger::writeLog(GPIOFaultBook::SUBJECT, record.c_str(), SOURCE, __LINE__);
 }
 
 } // namespace

@@ -15,6 +15,9 @@ class GPIOFaultBook {
 public:
     enum Operation { READ, DRIVE, WATCH };
 
+    /// Of all log records about lines.
+    static constexpr char SUBJECT[] = "GPIOError";
+
     /// Notes how an operation on a line ended; an empty cause is success. A watch belongs to the
     /// whole group, whatever the bit.
     void note(Operation operation, int group, int bit, const Cause& cause);

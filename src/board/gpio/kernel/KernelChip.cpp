@@ -48,6 +48,15 @@ std::unique_ptr<KernelChip> KernelChip::open(const std::string& path, Cause& cau
     return chip->identify(cause) ? std::move(chip) : nullptr;
 }
 
+void KernelChip::look(const std::string& path, std::string& label, int& lines) {
+    const FileDescriptor device(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    gpiochip_info chip{};
+    if (ioctl(device.get(), GPIO_GET_CHIPINFO_IOCTL, &chip) == 0) {
+        label.assign(chip.label, strnlen(chip.label, sizeof chip.label));
+        lines = static_cast<int>(chip.lines);
+    }
+}
+
 bool KernelChip::identify(Cause& cause) {
     struct stat info {};
     gpiochip_info chip{};
@@ -65,7 +74,6 @@ bool KernelChip::identify(Cause& cause) {
         return false;
     }
     m_Number = info.st_rdev;
-    m_Label.assign(chip.label, strnlen(chip.label, sizeof chip.label));
     m_Count = static_cast<int>(chip.lines);
     return true;
 }

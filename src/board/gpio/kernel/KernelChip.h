@@ -16,12 +16,11 @@ public:
     /// Opens the device that a path leads to; null, and `cause`, when it cannot be used.
     static std::unique_ptr<KernelChip> open(const std::string& path, Cause& cause);
 
+    /// What its driver calls it, and how many lines it has, for whoever may only read its entry.
+    static void look(const std::string& path, std::string& label, int& lines);
+
     /// The device number, which no other chip gets as long as this object lives.
     dev_t getNumber() const { return m_Number; }
-
-    /// What its driver calls it, and how many lines it has.
-    const std::string& getLabel() const { return m_Label; }
-    int getCount() const { return m_Count; }
 
     /// False, and `cause`, when the chip has no such line.
     bool has(int bit, Cause& cause) const;
@@ -49,6 +48,5 @@ private:
     FileDescriptor m_Chip;
     const std::string m_Path;
     dev_t m_Number = 0;
-    std::string m_Label;
     int m_Count = 0; // of lines
 };
