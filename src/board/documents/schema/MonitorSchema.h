@@ -11,7 +11,8 @@ struct MonitorSchema {
     static constexpr Field TYPE =
         Field::number("type", "the input type of a resolution of the abilities").expected();
     static constexpr Field RESOLUTION_ID =
-        Field::number("resolutionId", "with it, names the resolution; not checked against them")
+        Field::number("resolutionId",
+                      "with the type, names a resolution; not checked against the abilities")
             .expected()
             .from(NOT_NEGATIVE);
     static constexpr Field ENABLED = Field::flag("enabled", "the output is in use");
