@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <linux/gpio.h>
+#include <sys/ioctl.h> // where the time has 64 bits it gives ioctl() another name
 #include <sys/syscall.h>
 #include <unistd.h>
 
