@@ -1,10 +1,14 @@
-// Parts of the tool that need no board.
+// Parts of the tool, each for itself.
 
+#include "lines/BoardLines.h"
 #include "panel/PanelList.h"
+#include "platform/Diagnostics.h"
 #include "print/LineWriter.h"
+#include "print/LogBook.h"
 #include "print/Table.h"
 #include "print/Text.h"
 #include "support/Gate.h"
+#include "support/SimulatedBoard.h"
 
 #include <gtest/gtest.h>
 
@@ -23,6 +27,20 @@ TEST(Table, IsCutInItsLongestTextsAndOnlyForATerminal) {
     EXPECT_EQ(table.text(false, 21), "ID  NAME   CAUSE\n 7  Gerät  中文 cann…\n12  x\n");
     EXPECT_EQ(table.text(false, 8), "ID  NAME\n 7  Ger…\n12  x\n"); // too narrow even for that
     EXPECT_NE(table.text(true, 0).find("\033[1mNAME"), std::string::npos);
+}
+
+TEST(BoardLines, TellOfTheirFaultsWithoutLosingOtherRecords) {
+    const SimulatedBoard board{NVRHW_SAMPLE_BOARD};
+    std::filesystem::remove(board.line(0, 0));
+    LogBook::open();
+    const BoardLines lines;
+    InputState state;
+    state.line = lines.input(1);
+    Logger::writeLog("Clock", "kept", "test", 1);
+    lines.read({&state});
+    EXPECT_NE(state.cause.find("No such file"), std::string::npos) << state.cause;
+    EXPECT_EQ(LogBook::take(), std::vector<std::string>{"kept"});
+    Logger::setSink({});
 }
 
 TEST(LineWriter, LeavesOutAndCountsWhatHasNoRoom) {

@@ -65,9 +65,9 @@ class Shows(ToolTest):
     def test_info_shows_all_but_what_is_broken(self):
         self.assertEqual(self.run_json("info")["banks"]["2"],
                          {"kind": "simulated", "chip": None, "label": None, "lines": 4})
-        (self.line(3, 0).parent).symlink_to("nowhere")
-        (self.line(4, 0).parent).symlink_to("/dev/null")
-        (self.line(5, 0).parent).write_text("1")
+        self.line(3, 0).parent.symlink_to("nowhere")
+        self.line(4, 0).parent.symlink_to("/dev/null")
+        self.line(5, 0).parent.write_text("1")
         self.edit(CONFIG, "<GPIOAlarmOut>", "<GPIOAlarmOutput>")
         self.edit(ABILITY, "<NVRAbility>", "")
         output = self.run_tool("info")

@@ -13,11 +13,6 @@ namespace {
 
 using Schema = HardwareSchema;
 
-/// Whether this process may; else errno says why not.
-bool mayAccess(const std::string& path, int mode) {
-    return faccessat(AT_FDCWD, path.c_str(), mode, AT_EACCESS) == 0;
-}
-
 /// "1, 2 and 5"
 template <typename Numbers> std::string listed(const Numbers& numbers) {
     std::string text;
@@ -36,9 +31,7 @@ public:
     DeviceLines(Findings& findings, const std::string& device)
         : m_Findings(findings), m_Device(device) {
         Cause fault = m_Device.fault();
-        if (!fault && !mayAccess(device, X_OK)) {
-            fault = Cause::fromErrno(device, "the directory may not be entered");
-        }
+        fault = fault ? fault : GPIODevice::notEntered(device);
         m_IsUsable = !fault;
         if (fault) {
             m_Findings.add(Finding::ERROR, "GPIO device", fault);
@@ -142,7 +135,7 @@ private:
         SimulatedBank(m_Device.path(), group).read({&reading});
         if (reading.cause) {
             m_Findings.error(line.item, "the line cannot be read: " + reading.cause.text());
-        } else if (line.isOutput && !mayAccess(file, W_OK)) {
+        } else if (line.isOutput && faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) != 0) {
             m_Findings.error(line.item,
                              "the line cannot be driven: " + Cause::fromErrno(file).text());
         }

@@ -30,11 +30,6 @@ std::string ranges(const std::vector<int>& numbers) {
     return text;
 }
 
-// Those that have lists themselves are declared for the template.
-Record describe(const MonitorAbility& monitor);
-Record describe(const LayoutDecodingAbility& layout);
-Record describe(const NetworkCardAbility& card);
-
 Record describe(const MonitorResolution& resolution) {
     return {{"type", "TYPE", resolution.getInputType()},
             {"id", "ID", resolution.getResolutionId()},
@@ -75,15 +70,6 @@ Record describe(const FileSystemAbility& system) {
             flag("record", "RECORD", system.getSupportRecordFlag())};
 }
 
-template <typename T> std::vector<Record> describeAll(const std::vector<T>& list) {
-    std::vector<Record> records;
-    records.reserve(list.size());
-    for (const T& entry : list) {
-        records.push_back(describe(entry));
-    }
-    return records;
-}
-
 // People see the names of one type in one row.
 Record describe(const MonitorAbility& monitor) {
     const auto& resolutions = monitor.getMonitorResolutionList();
@@ -101,18 +87,18 @@ Record describe(const MonitorAbility& monitor) {
         rows.push_back({id, {"", "TYPE", ""}, {"", "RESOLUTIONS", "none"}});
     }
     return {{"id", "", monitor.getMonitorId()},
-            {"resolutions", "", describeAll(resolutions)},
+            {"resolutions", "", describeAll(resolutions, describe)},
             {"", "rows", rows}};
 }
 
 Record describe(const LayoutDecodingAbility& layout) {
     return {{"layout", "LAYOUT", layout.getLayoutModeID()},
-            {"groups", "rows", describeAll(layout.getSubWinDecodingAbilityList())}};
+            {"groups", "rows", describeAll(layout.getSubWinDecodingAbilityList(), describe)}};
 }
 
 Record describe(const NetworkCardAbility& card) {
     return {{"id", "CARD", card.getNetworkCardId()},
-            {"modes", "rows", describeAll(card.getNetWorkingModeList())}};
+            {"modes", "rows", describeAll(card.getNetWorkingModeList(), describe)}};
 }
 
 Record describe(const WebAbility& web) {
@@ -121,9 +107,10 @@ Record describe(const WebAbility& web) {
     for (const LayoutModel& model : models) {
         append(pictures, std::to_string(model.getPicNumber()));
     }
-    return {{"playedBackAtOnce", "played back at once", web.getMaxPlaybackChannelNum()},
-            {"loggedInAtOnce", "logged in at once", web.getMaxLoginNum()},
-            Fact{"layouts", "pictures of its layouts", describeAll(models)}.says(pictures)};
+    return {
+        {"playedBackAtOnce", "played back at once", web.getMaxPlaybackChannelNum()},
+        {"loggedInAtOnce", "logged in at once", web.getMaxLoginNum()},
+        Fact{"layouts", "pictures of its layouts", describeAll(models, describe)}.says(pictures)};
 }
 
 Record describe(const NVRDeviceAbility& device) {
@@ -144,14 +131,17 @@ Record describe(const DeviceAbilityCollector& abilities) {
     const NVRDeviceAbility& device = abilities.getDeviceAbility();
     return {
         {"general", "General", describe(device)},
-        {"resolutions", "Display resolutions", describeAll(abilities.getMonitorResolutionList())},
-        {"monitors", "Monitors", describeAll(device.getMonitorAbilityList())},
-        {"layouts", "Layouts", describeAll(device.getLayoutAbility().getLayoutModelList())},
+        {"resolutions", "Display resolutions",
+         describeAll(abilities.getMonitorResolutionList(), describe)},
+        {"monitors", "Monitors", describeAll(device.getMonitorAbilityList(), describe)},
+        {"layouts", "Layouts",
+         describeAll(device.getLayoutAbility().getLayoutModelList(), describe)},
         {"decoding", "Decoding",
-         describeAll(device.getDecodingAbility().getLayoutDecodingAbilityList())},
-        {"network", "Network", describeAll(device.getNetworkAbility().getNetworkCardAbilityList())},
+         describeAll(device.getDecodingAbility().getLayoutDecodingAbilityList(), describe)},
+        {"network", "Network",
+         describeAll(device.getNetworkAbility().getNetworkCardAbilityList(), describe)},
         {"web", "Web client", describe(device.getWebAbility())},
-        {"fileSystems", "File systems", describeAll(device.getFileSystemAbilityList())}};
+        {"fileSystems", "File systems", describeAll(device.getFileSystemAbilityList(), describe)}};
 }
 
 int run(const Settings& settings) {

@@ -38,7 +38,7 @@ std::vector<Record> describeInputs(const BoardLines& lines, const std::vector<Li
         manager->getValidLevel(input.line.id, input.userLevel);
         input.judge();
     }
-    return describeAll(inputs);
+    return describeAll(inputs, describe);
 }
 
 int runInputs(const Settings& settings) {
@@ -50,7 +50,8 @@ int runInputs(const Settings& settings) {
 
 int runOutputs(const Settings& settings) {
     const BoardLines lines;
-    Table::printList(describeAll(readAll<OutputState>(lines, lines.outputs())), settings.json);
+    Table::printList(describeAll(readAll<OutputState>(lines, lines.outputs()), describe),
+                     settings.json);
     return 0;
 }
 

@@ -7,7 +7,6 @@
 #include "print/Fact.h"
 
 #include <string>
-#include <vector>
 
 /// An alarm input or output as the hardware configuration has it.
 struct Line {
@@ -71,12 +70,3 @@ struct OutputState : LineState {
 /// What is to be known of each, for tables, JSON and the panel.
 Record describe(const InputState& input);
 Record describe(const OutputState& output);
-
-template <typename State> std::vector<Record> describeAll(const std::vector<State>& states) {
-    std::vector<Record> records;
-    records.reserve(states.size());
-    for (const State& state : states) {
-        records.push_back(describe(state));
-    }
-    return records;
-}

@@ -152,10 +152,10 @@ void PanelView::drawBoard(const PanelLayout& layout) {
                            layout.inputRows);
     m_Focus.outputs.arrange(static_cast<int>(m_Model.outputs.size()), 1, layout.outputRows);
     const bool onInputs = m_Focus.list == PanelFocus::INPUTS;
-    drawList(m_Screen, layout.inputTop(), m_Focus.inputs, "INPUTS", describeAll(m_Model.inputs),
-             onInputs);
-    drawList(m_Screen, layout.outputTop(), m_Focus.outputs, "OUTPUTS", describeAll(m_Model.outputs),
-             !onInputs);
+    drawList(m_Screen, layout.inputTop(), m_Focus.inputs, "INPUTS",
+             describeAll(m_Model.inputs, describe), onInputs);
+    drawList(m_Screen, layout.outputTop(), m_Focus.outputs, "OUTPUTS",
+             describeAll(m_Model.outputs, describe), !onInputs);
     drawRule(m_Screen, layout.messageTop() - 1, "MESSAGES");
     drawMessages(m_Screen, m_Model, layout.messageTop(), layout.messageRows, m_Focus.messagesBelow);
     if (m_Focus.messagesBelow > 0) {

@@ -64,6 +64,17 @@ struct Fact {
     bool isNumber() const { return value.index() == 0 || (value.index() > 1 && value.index() < 5); }
 };
 
+/// What `describe` says of each.
+template <typename T>
+std::vector<Record> describeAll(const std::vector<T>& list, Record (*describe)(const T&)) {
+    std::vector<Record> records;
+    records.reserve(list.size());
+    for (const T& entry : list) {
+        records.push_back(describe(entry));
+    }
+    return records;
+}
+
 /// A value as JSON, an object for a record; in lines indented by `indent`, or in one when it is
 /// below 0. What is not UTF-8 is replaced.
 std::string jsonText(const Value& value, int indent);

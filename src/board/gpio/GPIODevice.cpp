@@ -35,8 +35,8 @@ void lookAtChip(GPIODevice::Bank& bank, const std::string& path) {
 
 // The lines can be used by whoever may enter the directory; to count them it must be readable.
 void countFiles(GPIODevice::Bank& bank, const std::string& path) {
-    if (faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) != 0) {
-        bank.fault = Cause::fromErrno(path, "the directory may not be entered");
+    bank.fault = GPIODevice::notEntered(path);
+    if (bank.fault) {
         return;
     }
     std::error_code error;
@@ -64,6 +64,12 @@ const char* GPIODevice::nameOf(Kind kind) {
 
 Cause GPIODevice::notABank(const std::string& path) {
     return {"not a bank, which is a GPIO chip or a directory with one file per line", path};
+}
+
+Cause GPIODevice::notEntered(const std::string& directory) {
+    return faccessat(AT_FDCWD, directory.c_str(), X_OK, AT_EACCESS) == 0
+               ? Cause{}
+               : Cause::fromErrno(directory, "the directory may not be entered");
 }
 
 Cause GPIODevice::fault() const {

@@ -35,6 +35,9 @@ public:
     /// Why an entry of no such kind cannot be used.
     static Cause notABank(const std::string& path);
 
+    /// Why this process cannot enter a directory; empty when it can.
+    static Cause notEntered(const std::string& directory);
+
     /// An empty path stands for no device.
     explicit GPIODevice(std::string path) : m_Path(std::move(path)) {}
 
