@@ -118,23 +118,23 @@ Output Board::output(const std::string& name) const {
     return m_Core->outputs().at(indexOf(m_Core->outputs().uses(), OUTPUT, name));
 }
 
-Registration Board::onInput(InputCallback callback) {
+Registration Board::onInput(InputCallback callback) const {
     return subscribe(std::move(callback), std::nullopt, false);
 }
 
-Registration Board::onInput(InputCallback callback, int id) {
+Registration Board::onInput(InputCallback callback, int id) const {
     return subscribe(std::move(callback), id, false);
 }
 
-Registration Board::onInput(InPlace /*unused*/, InputCallback callback) {
+Registration Board::onInput(InPlace /*unused*/, InputCallback callback) const {
     return subscribe(std::move(callback), std::nullopt, true);
 }
 
-Registration Board::onInput(InPlace /*unused*/, InputCallback callback, int id) {
+Registration Board::onInput(InPlace /*unused*/, InputCallback callback, int id) const {
     return subscribe(std::move(callback), id, true);
 }
 
-Registration Board::subscribe(InputCallback callback, std::optional<int> id, bool isInPlace) {
+Registration Board::subscribe(InputCallback callback, std::optional<int> id, bool isInPlace) const {
     InputModel& inputs = m_Core->inputs();
     std::optional<std::size_t> only;
     if (id.has_value()) {
@@ -144,12 +144,12 @@ Registration Board::subscribe(InputCallback callback, std::optional<int> id, boo
         inputs.subscribe(std::move(callback), only, isInPlace, m_Core->options().mailbox));
 }
 
-Registration Board::onOutput(OutputCallback callback) {
+Registration Board::onOutput(OutputCallback callback) const {
     return Registration(
         m_Core->outputs().subscribe(std::move(callback), false, m_Core->options().mailbox));
 }
 
-Registration Board::onDrive(OutputCallback callback) {
+Registration Board::onDrive(OutputCallback callback) const {
     return Registration(
         m_Core->outputs().subscribe(std::move(callback), true, m_Core->options().mailbox));
 }

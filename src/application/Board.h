@@ -115,29 +115,29 @@ public:
     ///
     /// From inside the callback everything may be called; it may end its own registration, but
     /// should end no other.
-    [[nodiscard]] Registration onInput(InputCallback callback);
+    [[nodiscard]] Registration onInput(InputCallback callback) const;
 
     /// The same for one input. Raises Error::NoSuchLine.
-    [[nodiscard]] Registration onInput(InputCallback callback, int id);
+    [[nodiscard]] Registration onInput(InputCallback callback, int id) const;
 
     /// The same without the dispatch thread: the present states come before it returns, in the
     /// calling thread; changes come in the thread that sees them, which as a rule is the
     /// detector's. While the callback runs that thread sees nothing more: it must be quick and must
     /// not wait for other threads. It is never called by two threads at a time.
-    [[nodiscard]] Registration onInput(InPlace, InputCallback callback);
-    [[nodiscard]] Registration onInput(InPlace, InputCallback callback, int id);
+    [[nodiscard]] Registration onInput(InPlace, InputCallback callback) const;
+    [[nodiscard]] Registration onInput(InPlace, InputCallback callback, int id) const;
 
     /// Calls the callback, from the dispatch thread, when an operation of an output begins, ends,
     /// is replaced or fails, whoever asked for it in this process.
-    [[nodiscard]] Registration onOutput(OutputCallback callback);
+    [[nodiscard]] Registration onOutput(OutputCallback callback) const;
 
     /// The same for each drive that gives a line of an output another level, and for failures.
-    [[nodiscard]] Registration onDrive(OutputCallback callback);
+    [[nodiscard]] Registration onDrive(OutputCallback callback) const;
 
 private:
     struct Running {};
     explicit Board(Running);
-    Registration subscribe(InputCallback callback, std::optional<int> id, bool isInPlace);
+    Registration subscribe(InputCallback callback, std::optional<int> id, bool isInPlace) const;
 
     std::shared_ptr<BoardCore> m_Core;
 };
