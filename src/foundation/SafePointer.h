@@ -9,7 +9,7 @@
 #include <string>
 #include <typeinfo>
 
-template <typename T> class SafePointer;
+template <typename T> class NVRHW_API SafePointer;
 template <typename T, typename U> SafePointer<T> dynamic_pointer_cast(const SafePointer<U>& source);
 
 /// A reference-counted pointer whose every use is checked. Misuse writes the line
@@ -141,10 +141,9 @@ private:
     /// Adopts a reference that was already taken.
     SafePointer(T* object, ref_count* record) : m_Pointer(object), m_RefCount(record) {}
 
-    /// The name that reports use; some run-times mark names of local types with a leading "*".
     static const char* typeName() {
-        const char* name = typeid(T).name();
-        return *name == '*' ? name + 1 : name;
+        static const char* const name = reportName(typeid(T));
+        return name;
     }
 
     const volatile void* address() const { return m_Pointer; }
