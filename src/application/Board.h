@@ -12,10 +12,13 @@
 #include "platform/base/Export.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace nvrhw {
+
+class BoardCore;
 
 /// Asks for calls in the thread that sees a change, without the dispatch thread between; see
 /// Board::onInput().
@@ -112,31 +115,31 @@ public:
     ///
     /// From inside the callback everything may be called; it may end its own registration, but
     /// should end no other.
-    Registration onInput(InputCallback callback);
+    [[nodiscard]] Registration onInput(InputCallback callback);
 
     /// The same for one input. Raises Error::NoSuchLine.
-    Registration onInput(InputCallback callback, int id);
+    [[nodiscard]] Registration onInput(InputCallback callback, int id);
 
     /// The same without the dispatch thread: the present states come before it returns, in the
     /// calling thread; changes come in the thread that sees them, which as a rule is the
     /// detector's. While the callback runs that thread sees nothing more: it must be quick and must
     /// not wait for other threads. It is never called by two threads at a time.
-    Registration onInput(InPlace, InputCallback callback);
-    Registration onInput(InPlace, InputCallback callback, int id);
+    [[nodiscard]] Registration onInput(InPlace, InputCallback callback);
+    [[nodiscard]] Registration onInput(InPlace, InputCallback callback, int id);
 
     /// Calls the callback, from the dispatch thread, when an operation of an output begins, ends,
     /// is replaced or fails, whoever asked for it in this process.
-    Registration onOutput(OutputCallback callback);
+    [[nodiscard]] Registration onOutput(OutputCallback callback);
 
     /// The same for each drive that gives a line of an output another level, and for failures.
-    Registration onDrive(OutputCallback callback);
+    [[nodiscard]] Registration onDrive(OutputCallback callback);
 
 private:
     struct Running {};
     explicit Board(Running);
+    Registration subscribe(InputCallback callback, std::optional<int> id, bool isInPlace);
 
-    class Core;
-    std::shared_ptr<Core> m_Core;
+    std::shared_ptr<BoardCore> m_Core;
 };
 
 } // namespace nvrhw

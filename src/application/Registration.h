@@ -10,7 +10,7 @@ class Subscription;
 
 /// Keeps a callback registered for as long as it lives. Movable; an empty one has nothing
 /// registered. It may outlive its board: no call comes any more then.
-class [[nodiscard]] NVRHW_API Registration {
+class NVRHW_API Registration {
 public:
     Registration() = default;
     explicit Registration(std::shared_ptr<Subscription> subscription);
