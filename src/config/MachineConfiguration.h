@@ -8,7 +8,7 @@
 #include "platform/base/Allocation.h"
 #include "platform/base/Export.h"
 
-class DeviceAbilityCollector;
+class NVRHW_API DeviceAbilityCollector;
 
 /// The service "machineConfiguration": what this recorder is and can do. Complete after init() and
 /// unchanged from then on; the getters may be called from any thread, and what they refer to lives

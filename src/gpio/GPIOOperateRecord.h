@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-class TarvikTime;
+class NVRHW_API TarvikTime;
 
 /// One scheduled operation on one output line: how the line is driven over time, which level comes
 /// next and which one is left at the end. It drives nothing itself: the operator's worker asks it
