@@ -1,6 +1,6 @@
 #include "commands/Commands.h"
 
-#include "check/Suggestion.h"
+#include "board/check/Suggestion.h"
 #include "foundation/Version.h"
 #include "platform/BoardVersion.h"
 #include "platform/Diagnostics.h"
