@@ -16,6 +16,7 @@
 namespace {
 
 constexpr char SOURCE[] = "BoardLines";
+constexpr std::size_t MOST_LISTED = 32; // lines in a message
 
 std::vector<Line> toLines(const SafePointer<HardwareConfigItemList>& list) {
     std::vector<Line> lines;
@@ -112,6 +113,7 @@ const Line& BoardLines::find(const std::vector<Line>& lines, const std::string& 
     const bool isId = error == std::errc() && rest == end;
     std::vector<const Line*> named;
     std::string list;
+    std::size_t count = 0;
     for (const Line& line : lines) {
         if (isId && line.id == id) {
             return line;
@@ -119,9 +121,12 @@ const Line& BoardLines::find(const std::vector<Line>& lines, const std::string& 
         if (!which.empty() && line.name == which) {
             named.push_back(&line);
         }
-        list += (list.empty() ? "" : ", ") + std::to_string(line.id) +
-                (line.name.empty() ? "" : " (" + line.name + ")");
+        if (++count <= MOST_LISTED) {
+            list += (list.empty() ? "" : ", ") + std::to_string(line.id) +
+                    (line.name.empty() ? "" : " (" + line.name + ")");
+        }
     }
+    list += count > MOST_LISTED ? ", ..." : "";
     if (named.size() != 1) {
         throw CommandError((named.empty() ? "there is no alarm " + what + " " + which
                                           : "several " + what + "s are named " + which) +
