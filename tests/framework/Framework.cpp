@@ -6,6 +6,7 @@
 #include "platform/GpioDetect.h"
 #include "platform/HardwareConfigure.h"
 #include "platform/I2CController.h"
+#include "platform/Insight.h"
 #include "platform/MachineInfo.h"
 #include "platform/MonitorParam.h"
 #include "platform/NetController.h"
@@ -164,6 +165,11 @@ void Framework::edge(int group, int bit, int level) {
         std::thread(handlerInUse, 10).join();
     }
 }
+
+// What it knows beyond the results: nothing.
+bool Insight::findLineFault(Operation, int, int, Cause&) { return false; }
+bool Insight::findLastEdge(int, int, std::int64_t&) { return false; }
+vector<Cause> Insight::findDocumentErrors(bool) { return {}; }
 
 NOTED(I2CController, )
 int I2CController::init() { return (note("init"), 0); }

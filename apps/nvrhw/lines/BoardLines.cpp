@@ -1,10 +1,11 @@
 #include "lines/BoardLines.h"
 
 #include "board/gpio/GPIODevice.h"
-#include "board/gpio/GPIOFaults.h"
+#include "board/gpio/bank/GPIOFaultBook.h"
 #include "platform/Diagnostics.h"
 #include "platform/Gpio.h"
 #include "platform/HardwareConfigure.h"
+#include "platform/Insight.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
 
@@ -73,12 +74,11 @@ void BoardLines::read(const std::vector<LineState*>& states) const {
     for (LineState* state : states) {
         Cause cause{"cannot be read"};
         if (!state->isReadable()) {
-            GPIOFaults::find(GPIOFaults::Operation::READ, state->line.group, state->line.bit,
-                             cause);
+            Insight::findLineFault(Insight::READ, state->line.group, state->line.bit, cause);
         }
         state->cause = state->isReadable() ? "" : cause.text();
     }
-    LogBook::forget(GPIOFaults::SUBJECT);
+    LogBook::forget(GPIOFaultBook::SUBJECT);
 }
 
 int BoardLines::flip(const Line& input) const {

@@ -1,7 +1,8 @@
 #include "lines/OutputDrive.h"
 
-#include "board/gpio/GPIOFaults.h"
+#include "board/gpio/bank/GPIOFaultBook.h"
 #include "platform/Gpio.h"
+#include "platform/Insight.h"
 #include "platform/base/Allocation.h"
 #include "print/Console.h"
 #include "print/LogBook.h"
@@ -89,8 +90,8 @@ OutputState OutputDrive::state(const AlarmOutMode& mode) const {
 void OutputDrive::expectDriven() const {
     if (m_Trace->hasFailed()) {
         Cause cause{"its line cannot be driven"};
-        GPIOFaults::find(GPIOFaults::Operation::DRIVE, m_Line.group, m_Line.bit, cause);
-        LogBook::forget(GPIOFaults::SUBJECT);
+        Insight::findLineFault(Insight::DRIVE, m_Line.group, m_Line.bit, cause);
+        LogBook::forget(GPIOFaultBook::SUBJECT);
         throw CommandError("output " + std::to_string(m_Line.id) + ": group " +
                            std::to_string(m_Line.group) + ", bit " + std::to_string(m_Line.bit) +
                            " cannot be driven: " + cause.text());

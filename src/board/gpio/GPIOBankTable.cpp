@@ -11,7 +11,7 @@
 
 #include "board/gpio/kernel/KernelBank.h"
 #include "board/gpio/simulated/SimulatedBank.h"
-#include "board/runtime/Cause.h"
+#include "platform/Cause.h"
 
 #include <sys/stat.h>
 #include <utility>

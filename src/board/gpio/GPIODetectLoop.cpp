@@ -15,9 +15,9 @@
 
 #include "board/gpio/GPIODetectLoop.h"
 
-#include "board/runtime/Cause.h"
 #include "board/runtime/ExceptionText.h"
 #include "board/runtime/StopSignal.h"
+#include "platform/Cause.h"
 #include "platform/Diagnostics.h"
 
 #include <iterator>

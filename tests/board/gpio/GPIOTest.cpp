@@ -1,6 +1,6 @@
 #include "platform/Gpio.h"
 
-#include "board/gpio/GPIOFaults.h"
+#include "platform/Insight.h"
 #include "support/LogCapture.h"
 #include "support/SimulatedBoard.h"
 
@@ -26,9 +26,9 @@ protected:
     }
 
     /// Why the last attempt failed, as a log would tell it; empty when it did not.
-    static std::string fault(GPIOFaults::Operation operation, int group, int bit) {
+    static std::string fault(Insight::Operation operation, int group, int bit) {
         Cause cause;
-        const bool found = GPIOFaults::find(operation, group, bit, cause);
+        const bool found = Insight::findLineFault(operation, group, bit, cause);
         EXPECT_EQ(found, static_cast<bool>(cause));
         return cause.text();
     }
@@ -80,13 +80,12 @@ TEST_F(GPIOTest, RefusesWhatIsNoLineAndHealsAndLogsEachOnce) {
         const auto [group, bit] = line;
         const auto name = "group " + std::to_string(group) + ", bit " + std::to_string(bit);
         EXPECT_EQ(get(group, bit), -1) << name;
-        const std::string found = fault(GPIOFaultBook::READ, group, bit);
+        const std::string found = fault(Insight::READ, group, bit);
         EXPECT_NE(found.find(cause), std::string::npos) << name << ": " << found;
-        EXPECT_EQ(fault(GPIOFaultBook::DRIVE, group, bit), "") << name;
+        EXPECT_EQ(fault(Insight::DRIVE, group, bit), "") << name;
         m_Log.expectOne({name + " cannot be read: " + found + " ("});
         EXPECT_EQ(m_Gpio.set(group, bit, 1), 0) << name;
-        m_Log.expectOne(
-            {name + " cannot be driven: " + fault(GPIOFaultBook::DRIVE, group, bit) + " ("});
+        m_Log.expectOne({name + " cannot be driven: " + fault(Insight::DRIVE, group, bit) + " ("});
     }
     EXPECT_FALSE(fs::exists(m_Board.line(0, 9))) << "a drive made a line";
     EXPECT_EQ(get(0, 0), 0) << "driven through a link";
@@ -102,7 +101,7 @@ TEST_F(GPIOTest, RefusesWhatIsNoLineAndHealsAndLogsEachOnce) {
         m_Log.expectOne({"can be driven again"});
         EXPECT_EQ(get(0, bit), 1);
         m_Log.expectOne({std::to_string(bit) + " can be read again (failed 1 times before)"});
-        EXPECT_EQ(fault(GPIOFaultBook::READ, 0, bit) + fault(GPIOFaultBook::DRIVE, 0, bit), "");
+        EXPECT_EQ(fault(Insight::READ, 0, bit) + fault(Insight::DRIVE, 0, bit), "");
     }
 }
 

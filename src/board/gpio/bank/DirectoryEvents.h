@@ -1,7 +1,7 @@
 #pragma once
 
-#include "board/runtime/Cause.h"
 #include "board/runtime/FileDescriptor.h"
+#include "platform/Cause.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "board/gpio/bank/GPIOBankWatch.h"
-#include "board/runtime/Cause.h"
+#include "platform/Cause.h"
 
 #include <memory>
 #include <string>

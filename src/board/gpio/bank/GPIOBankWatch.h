@@ -1,6 +1,6 @@
 #pragma once
 
-#include "board/runtime/Cause.h"
+#include "platform/Cause.h"
 
 /// Notices changes of lines of one bank, for one detector, which keeps its calls apart.
 class GPIOBankWatch {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "board/runtime/Cause.h"
+#include "platform/Cause.h"
 #include "platform/base/Mutex.h"
 
 #include <atomic>

@@ -17,7 +17,7 @@
 
 #include "board/gpio/kernel/KernelChip.h"
 #include "board/gpio/kernel/KernelWatch.h"
-#include "board/runtime/Cause.h"
+#include "platform/Cause.h"
 
 #include <algorithm>
 #include <sys/eventfd.h>

@@ -1,6 +1,6 @@
 #include "board/gpio/kernel/KernelChip.h"
 
-#include "board/runtime/Cause.h"
+#include "platform/Cause.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "board/gpio/kernel/KernelWatch.h"
 
 #include "board/gpio/kernel/KernelBank.h"
-#include "board/runtime/Cause.h"
+#include "platform/Cause.h"
 
 #include <sys/eventfd.h>
 #include <utility>

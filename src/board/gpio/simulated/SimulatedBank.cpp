@@ -2,8 +2,8 @@
 
 #include "board/gpio/bank/GPIOLineSettingsTable.h"
 #include "board/gpio/simulated/SimulatedWatch.h"
-#include "board/runtime/Cause.h"
 #include "board/runtime/FileDescriptor.h"
+#include "platform/Cause.h"
 
 #include <cctype>
 #include <cstdint>

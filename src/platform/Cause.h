@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/base/Export.h"
+
 #include <cerrno>
 #include <string>
 #include <system_error>
@@ -7,7 +9,7 @@
 
 /// Why something failed, as a value: it is made where the failure is known and travels to whoever
 /// shows it. What is not known is left as it is here; an empty Cause says that nothing failed.
-struct Cause {
+struct NVRHW_API Cause {
     std::string what{};  ///< a sentence without the place; may be empty when `error` says all
     std::string where{}; ///< the file or device, as it was opened
     int line = 0;        ///< of the file `where`, counted from 1; 0 for the file as a whole

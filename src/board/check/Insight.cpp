@@ -1,0 +1,20 @@
+#include "platform/Insight.h"
+
+#include "board/gpio/GPIOBankTable.h"
+#include "platform/Diagnostics.h"
+
+static_assert(static_cast<int>(Insight::WATCH) == GPIOFaultBook::WATCH, "in the same order");
+
+bool Insight::findLineFault(Operation operation, int group, int bit, Cause& cause) {
+    const auto banks = GPIOBankTable::of(GlobalEnv::getInstance()->resolve(GPIODevice::PATH));
+    return banks->getFaultBook().find(static_cast<GPIOFaultBook::Operation>(operation), group, bit,
+                                      cause);
+}
+
+bool Insight::findLastEdge(int /*group*/, int /*bit*/, std::int64_t& /*nanoseconds*/) {
+    return false; // no bank keeps them yet
+}
+
+std::vector<Cause> Insight::findDocumentErrors(bool /*linesOnly*/) {
+    return {}; // the checks are still the tool's
+}
