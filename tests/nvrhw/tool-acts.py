@@ -161,9 +161,9 @@ class Acts(ToolTest):
         self.assertEqual(len(self.run_json("inputs", "--board", str(new))), 16)
 
     def test_a_board_of_ones_own_agrees_with_itself(self):
-        for number, sizes in enumerate([(24, 6, 2, 2), (0, 0, 1, 0), (64, 64, 2, 16), (2, 1, 4, 1)]):
+        for sizes in (24, 6, 2, 2), (0, 0, 1, 0), (64, 64, 2, 16), (2, 1, 4, 1):
             inputs, outputs, banks, monitors = sizes
-            new = str(self.board / "own" / str(number))
+            new = str(self.board / "own" / str(sizes))
             self.run_tool("board", "new", new, f"--inputs={inputs}", f"--outputs={outputs}",
                           f"--banks={banks}", f"--monitors={monitors}")
             self.environment["NVRHW_ROOT"] = new

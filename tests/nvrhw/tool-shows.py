@@ -168,10 +168,11 @@ class Shows(ToolTest):
         script = self.board / "completion"
         script.write_text(self.run_tool("generate", "bash"))
         for words, expected in [
-                ("val", "valid-level"), ("monitors s", "set"), ("board ", "init new"), ("trigger 1 --mo", "--mode"),
+                ("val", "valid-level"), ("monitors s", "set"), ("board ", "init new"),
+                ("trigger 1 --mo", "--mode"), ("output ", "1 2 3 4"),
                 ("trigger --mode f", "flash"), ("trigger --mode flash ", "1 2 3 4"),
                 ("valid-level 1 ", "0 1"), ("monitors set ", "0 1 2 3"),
-                ("board init /dev/s", "/dev/shm"), ("output ", "1 2 3 4"), ("trigger --timeout ", ""),
+                ("board init /dev/s", "/dev/shm"), ("trigger --timeout ", ""),
                 (f"--board {self.board} valid-level 1", "1 10 11 12 13 14 15 16")]:
             words = ["nvrhw", *words.split(" ")]
             done = subprocess.run(
