@@ -71,9 +71,8 @@ int run(const Wish& wish, const Settings& settings) {
     const std::string name = Text::harmless(wish.directory);
     const std::string asked = "nvrhw --board " + name;
     Console::print(std::string("Wrote a ") + (wish.fresh->parsed() ? "" : "sample ") + "board of " +
-                   std::to_string(files) + " files to " + name +
-                   ".\nLook at its inputs:         " + asked +
-                   " inputs\nFlip the line of an input:  " + asked + " flip 1\n");
+                   std::to_string(files) + " files to " + name + ".\nLook at its inputs:         " +
+                   asked + " inputs\nFlip the line of an input:  " + asked + " flip 1\n");
     return 0;
 }
 
