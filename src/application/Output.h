@@ -17,7 +17,7 @@
 namespace nvrhw {
 
 class OutputModel;
-struct OutputState;
+struct NVRHW_API OutputState;
 
 /// An alarm output of a Board. A small handle to be copied freely; thread-safe, also from inside
 /// callbacks. Once the board has gone every operation answers Error::Closed.

@@ -7,6 +7,7 @@
 ///
 /// The tag goes into the name of every symbol, as in `GPIO[abi:nvrhw]::init()`. An application may
 /// therefore have global classes and functions of the same names in sources that do not include
-/// ours: neither side ever calls the other's. Every declaration of a class carries the mark, a
-/// forward declaration too; a specialization has it from its template.
+/// ours: neither side ever calls the other's. The first declaration of a class carries the mark,
+/// and no other but the definition: a header includes what it needs, in place of declaring the
+/// classes of another header. A specialization has it from its template.
 #define NVRHW_API __attribute__((visibility("default"), abi_tag("nvrhw")))
