@@ -4,7 +4,6 @@
 #include "application/Subscription.h"
 #include "config/Monitor.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace nvrhw {
@@ -20,23 +19,33 @@ std::string listed(const std::vector<LineUse>& uses) {
     return text.empty() ? "there are none" : "there are " + text;
 }
 
-template <typename Matches>
-std::size_t indexOf(const std::vector<LineUse>& uses, const std::string& wanted, Matches matches) {
-    const auto found = std::find_if(uses.begin(), uses.end(), matches);
-    if (found == uses.end()) {
-        throw Error(Error::NoSuchLine, "there is no " + wanted + "; " + listed(uses));
-    }
-    return static_cast<std::size_t>(found - uses.begin());
-}
-
 std::size_t indexOf(const std::vector<LineUse>& uses, const char* what, int id) {
-    return indexOf(uses, std::string(what) + std::to_string(id),
-                   [id](const LineUse& use) { return use.id == id; });
+    for (std::size_t i = 0; i < uses.size(); ++i) {
+        if (uses[i].id == id) {
+            return i;
+        }
+    }
+    throw Error(Error::NoSuchLine,
+                std::string("there is no ") + what + std::to_string(id) + "; " + listed(uses));
 }
 
-std::size_t indexOf(const std::vector<LineUse>& uses, const char* what, const std::string& name) {
-    return indexOf(uses, what + ("\"" + name + "\""),
-                   [&](const LineUse& use) { return use.name == name; });
+// An id goes before a name that looks like one.
+std::size_t indexOf(const std::vector<LineUse>& uses, const char* what, const std::string& text) {
+    std::vector<LineUse> named;
+    for (const LineUse& use : uses) {
+        if (std::to_string(use.id) == text) {
+            return indexOf(uses, what, use.id);
+        }
+        if (use.name == text && !text.empty()) {
+            named.push_back(use);
+        }
+    }
+    if (named.size() == 1) {
+        return indexOf(uses, what, named.front().id);
+    }
+    throw Error(Error::NoSuchLine, std::string("there is ") +
+                                       (named.empty() ? "no " : "more than one ") + what + "\"" +
+                                       text + "\"; " + listed(named.empty() ? uses : named));
 }
 
 constexpr char INPUT[] = "input ";

@@ -40,7 +40,8 @@ struct NVRHW_API BoardOptions {
     AtEnd atEnd = RestUnfinished;
 
     /// Needs nothing but the hardware configuration and the GPIO device: other documents may be
-    /// wrong. machine(), software() and abilities() are then empty.
+    /// wrong. machine(), software() and abilities() are then read when they are first asked for,
+    /// and empty, with a log record, where that fails.
     bool linesOnly = false;
 
     /// How many changes wait for a callback before the latest state of an input takes the place of
@@ -97,12 +98,12 @@ public:
     std::vector<Output> outputs() const;
     std::vector<LineUse> lines() const;
 
-    /// One of them, by id or name (the first of several). None: raises Error::NoSuchLine, whose
-    /// text lists those there are.
+    /// One of them, by its id; as text, which a user may have typed, by id or name. None, or
+    /// several of this name: raises Error::NoSuchLine, whose text lists those there are.
     Input input(int id) const;
-    Input input(const std::string& name) const;
+    Input input(const std::string& idOrName) const;
     Output output(int id) const;
-    Output output(const std::string& name) const;
+    Output output(const std::string& idOrName) const;
 
     /// Calls the callback with the present state of every input, exactly once and before anything
     /// else, and then with each change of a state, in its order, lost and found lines included; no
@@ -131,7 +132,8 @@ public:
     /// is replaced or fails, whoever asked for it in this process.
     [[nodiscard]] Registration onOutput(OutputCallback callback) const;
 
-    /// The same for each drive that gives a line of an output another level, and for failures.
+    /// The same for each drive of an output's line to another level than the drive before it, the
+    /// first one included, and for failures.
     [[nodiscard]] Registration onDrive(OutputCallback callback) const;
 
 private:

@@ -81,7 +81,7 @@ TEST_F(BoardTest, WhatIsWrongIsRaisedWithEveryCause) {
     m_Files.writeFile(ABILITIES, "<NVRAbility>\n<ChannelAbility channelNumber='many'/>");
     std::filesystem::rename(m_Files.device(), m_Files.root() / "away");
     expectCauses({"/dev/gpiodrv: GPIO device: No such file or directory",
-                  ABILITIES + ":2: NVRAbility: Start-end tags mismatch"});
+                  ABILITIES + ":2: device ability: Start-end tags mismatch"});
     EXPECT_EQ(errorOf([] { Board("/nowhere"); }).causes().at(0).error, ENOENT);
 
     std::filesystem::rename(m_Files.root() / "away", m_Files.device());
