@@ -17,6 +17,12 @@ foreach(family foundation platform config ability gpio alarm service)
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nvrhw COMPONENT dev
         FILES_MATCHING PATTERN "*.h" PATTERN ConfigReading.h EXCLUDE) # that one is for our readers
 endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/src/nvrhw.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nvrhw COMPONENT dev)
+foreach(header Board Error Input Line Moment Output Registration) # the others are behind them
+    install(FILES ${PROJECT_SOURCE_DIR}/src/application/${header}.h
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nvrhw/application COMPONENT dev)
+endforeach()
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/nvrhwConfig.cmake.in
     ${PROJECT_BINARY_DIR}/nvrhwConfig.cmake

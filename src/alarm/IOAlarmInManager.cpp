@@ -13,7 +13,7 @@
 // readings there have been two judgements since it began; the batch of the later one was read after
 // the earlier one, hence after the notification began, and tells what it was to tell: it ends. (A
 // line that could not be read in that batch keeps its state, as after any failed reading.) A batch
-// without a state judges nothing and does not count.
+// without a state judges nothing and does not count, unless a hook is told of the lines it misses.
 #include "alarm/IOAlarmInManager.h"
 
 #include "alarm/GPIOAlarmIn.h"
@@ -111,13 +111,28 @@ int IOAlarmInManager::getValidLevel(AlarmInTable& table, int id, int& level) {
 }
 
 int IOAlarmInManager::setValidLevel(AlarmInTable& table, int id, int level) {
-    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    const auto found = table.find(id);
-    if (found == table.end()) {
-        return 0;
+    Hook told;
+    {
+        const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+        const auto found = table.find(id);
+        if (found == table.end()) {
+            return 0;
+        }
+        found->second->setValidLevel(level);
+        if (m_Hook != nullptr && &table == &m_AlarmIns) {
+            told = m_Hook;
+            told->validLevelSet(id, level);
+        }
     }
-    found->second->setValidLevel(level);
+    if (told != nullptr) {
+        told->released();
+    }
     return 1;
+}
+
+void IOAlarmInManager::setHook(const std::shared_ptr<IAlarmInHook>& hook) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    m_Hook = hook;
 }
 
 void IOAlarmInManager::getRealLevel(std::vector<IOState>& states) {
@@ -134,23 +149,40 @@ void IOAlarmInManager::getLevel(bool isVirtual, std::vector<IOState>& states) {
 }
 
 int IOAlarmInManager::notifyAlarmConsumers(bool isVirtual) {
+    look(isVirtual, FOR_ALL);
+    return 0;
+}
+
+void IOAlarmInManager::tellHook() { look(false, FOR_HOOK); }
+
+void IOAlarmInManager::look(bool isVirtual, Purpose purpose) {
+    Hook told;
     for (int reading = 1; reading <= MAX_READINGS; ++reading) {
         const unsigned before = m_Judgements;
         std::vector<IOState> states;
         getLevel(isVirtual, states);
         const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-        if (before == m_Judgements) {
-            judge(states, isVirtual);
-            break;
+        if (before != m_Judgements) {
+            continue;
         }
+        told = isVirtual ? nullptr : m_Hook;
+        if (!states.empty() || told != nullptr) {
+            ++m_Judgements;
+        }
+        if (purpose == FOR_ALL) {
+            judge(states, isVirtual);
+        }
+        if (told != nullptr) {
+            told->judged(states);
+        }
+        break;
     }
-    return 0;
+    if (told != nullptr) {
+        told->released();
+    }
 }
 
 void IOAlarmInManager::judge(const std::vector<IOState>& states, bool isVirtual) {
-    if (!states.empty()) {
-        ++m_Judgements;
-    }
     for (const IOState& state : states) {
         const auto found = m_AlarmIns.find(state.getId());
         int alarm = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "alarm/IAlarmIn.h"
+#include "alarm/IAlarmInHook.h"
 #include "alarm/IAlarmProducer.h"
 #include "config/MachineConfigurationDetail.h"
 #include "foundation/SafePointer.h"
@@ -13,6 +14,7 @@
 
 #include <atomic>
 #include <map>
+#include <memory>
 #include <vector>
 
 /// The service "IOAlarmInManager": owns the alarm inputs of the hardware configuration and tells
@@ -68,7 +70,19 @@ public:
     /// if that happens twice: the later of them have been read after this call began.
     int notifyAlarmConsumers(bool isVirtual) NVRHW_EXCLUDES(m_Mutex);
 
+    /// Who is told from now on what is found at the lines; null for nobody. A call of the one
+    /// before may still be going on when this returns: it lives until then.
+    void setHook(const std::shared_ptr<IAlarmInHook>& hook) NVRHW_EXCLUDES(m_Mutex);
+
+    /// Reads the lines and tells the hook alone: no input is judged and no message sent, so that
+    /// the first notification still reports the present state of every input.
+    void tellHook() NVRHW_EXCLUDES(m_Mutex);
+
 private:
+    using Hook = std::shared_ptr<IAlarmInHook>;
+    enum Purpose { FOR_ALL, FOR_HOOK };
+
+    void look(bool isVirtual, Purpose purpose) NVRHW_EXCLUDES(m_Mutex);
     void judge(const std::vector<IOState>& states, bool isVirtual) NVRHW_REQUIRES(m_Mutex);
     void notifyChange(int id, bool isVirtual, int alarm) NVRHW_REQUIRES(m_Mutex);
 
@@ -76,6 +90,7 @@ private:
     XQMutex m_Mutex; // guards the table and every call into an input
 
     std::atomic<unsigned> m_Judgements{0}; // of batches; changed under m_Mutex, read without
+    Hook m_Hook NVRHW_GUARDED_BY(m_Mutex);
 
     SafePointer<HardwareConfigItemList> m_AlarmInConfigItemList;
     SafePointer<GPIOOperator> m_GPIOOperator;

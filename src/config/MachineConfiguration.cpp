@@ -1,6 +1,5 @@
 #include "config/MachineConfiguration.h"
 
-#include "ability/DeviceAbilityCollector.h"
 #include "config/ConfigFileNameConst.h"
 #include "platform/Diagnostics.h"
 #include "platform/Time.h"

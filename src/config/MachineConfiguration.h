@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ability/DeviceAbilityCollector.h"
 #include "config/MachineConfigurationDetail.h"
 #include "foundation/SafePointer.h"
 #include "platform/DeviceAbility.h"
@@ -7,8 +8,6 @@
 #include "platform/SoftwarePackage.h"
 #include "platform/base/Allocation.h"
 #include "platform/base/Export.h"
-
-class DeviceAbilityCollector;
 
 /// The service "machineConfiguration": what this recorder is and can do. Complete after init() and
 /// unchanged from then on; the getters may be called from any thread, and what they refer to lives

@@ -3,18 +3,22 @@
 #include "foundation/BaseSafePointer.h"
 #include "foundation/XQRuntimeError.h"
 #include "platform/base/Export.h"
+#include "platform/base/MisuseLog.h"
 #include "platform/base/RefCount.h"
 
+#include <cstddef>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <typeinfo>
 
-template <typename T> class SafePointer;
+template <typename T> class NVRHW_API SafePointer;
 template <typename T, typename U> SafePointer<T> dynamic_pointer_cast(const SafePointer<U>& source);
 
 /// A reference-counted pointer whose every use is checked. Misuse writes the line
-/// "SafePointer Report:<type> <message>" to standard output and raises XQRuntimeError with the
-/// same text. A pointer is empty or holds an object; the object is deleted with its last holder.
+/// "SafePointer Report:<type> <message>" to standard output, has "<type> <message>" logged and
+/// raises XQRuntimeError with the text of the line. A pointer is empty or holds an object; the
+/// object is deleted with its last holder.
 ///
 /// A release that finds its record counting another object raises as well, also out of the
 /// destructor: a class that holds a SafePointer and overrides a destructor of a base that is not
@@ -102,13 +106,29 @@ public:
         return m_Pointer;
     }
 
+    /// The same, as a reference.
+    T& operator*() const {
+        if (m_Pointer == nullptr) {
+            report("Use NULL pointer *");
+        }
+        return *m_Pointer;
+    }
+
+    /// The object, or null; it is not counted and lives only as long as somebody holds it.
+    T* get() const noexcept { return m_Pointer; }
+
+    /// True for a pointer that holds an object.
+    explicit operator bool() const noexcept { return m_Pointer != nullptr; }
+
     /// True for a pointer that holds nothing: made so, released, or left so by a failed assignment.
     bool isNull() const { return m_Pointer == nullptr; }
 
-    /// Writes the report of a misuse to standard output and raises it.
+    /// Writes the report of a misuse to standard output and to the log, and raises it.
     [[noreturn]] static void report(const std::string& message) {
-        const std::string text = "SafePointer Report:" + std::string(typeName()) + " " + message;
+        const std::string misuse = std::string(typeName()) + " " + message;
+        const std::string text = "SafePointer Report:" + misuse;
         std::puts(text.c_str());
+        MisuseLog::write(misuse.c_str(), "SafePointer", __LINE__);
         throw XQRuntimeError(text);
     }
 
@@ -141,10 +161,9 @@ private:
     /// Adopts a reference that was already taken.
     SafePointer(T* object, ref_count* record) : m_Pointer(object), m_RefCount(record) {}
 
-    /// The name that reports use; some run-times mark names of local types with a leading "*".
     static const char* typeName() {
-        const char* name = typeid(T).name();
-        return *name == '*' ? name + 1 : name;
+        static const char* const name = reportName(typeid(T));
+        return name;
     }
 
     const volatile void* address() const { return m_Pointer; }
@@ -191,4 +210,31 @@ SafePointer<T> dynamic_pointer_cast(const SafePointer<U>& source) {
     }
     held.m_Pointer = nullptr; // its reference now belongs to the result
     return SafePointer<T>(target, held.m_RefCount);
+}
+
+/// Pointers are equal when they hold the same object or nothing; their order is that of the
+/// addresses.
+template <typename T, typename U>
+bool operator==(const SafePointer<T>& one, const SafePointer<U>& other) noexcept {
+    return one.get() == other.get();
+}
+template <typename T, typename U>
+bool operator!=(const SafePointer<T>& one, const SafePointer<U>& other) noexcept {
+    return one.get() != other.get();
+}
+template <typename T, typename U>
+bool operator<(const SafePointer<T>& one, const SafePointer<U>& other) noexcept {
+    return std::less<const volatile void*>()(one.get(), other.get());
+}
+template <typename T> bool operator==(const SafePointer<T>& pointer, std::nullptr_t) noexcept {
+    return pointer.get() == nullptr;
+}
+template <typename T> bool operator==(std::nullptr_t, const SafePointer<T>& pointer) noexcept {
+    return pointer.get() == nullptr;
+}
+template <typename T> bool operator!=(const SafePointer<T>& pointer, std::nullptr_t) noexcept {
+    return pointer.get() != nullptr;
+}
+template <typename T> bool operator!=(std::nullptr_t, const SafePointer<T>& pointer) noexcept {
+    return pointer.get() != nullptr;
 }

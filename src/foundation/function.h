@@ -39,7 +39,7 @@ private:
 
 /// Calls a bound member function.
 template <typename R, typename C>
-class NVRHW_API function_obj<R, bind_funcobj0<R, C>> : public function_obj_base<R> {
+class function_obj<R, bind_funcobj0<R, C>> : public function_obj_base<R> {
 public:
     /// Keeps the binding; the object stays the caller's.
     explicit function_obj(const bind_funcobj0<R, C>& bound) : m_Bound(bound) {}

@@ -1,6 +1,5 @@
 #include "gpio/GPIOOperateRecord.h"
 
-#include "platform/Time.h"
 
 namespace {
 

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "platform/Time.h"
 #include "platform/base/Allocation.h"
 #include "platform/base/Export.h"
 
 #include <cstdint>
-
-class TarvikTime;
 
 /// One scheduled operation on one output line: how the line is driven over time, which level comes
 /// next and which one is left at the end. It drives nothing itself: the operator's worker asks it

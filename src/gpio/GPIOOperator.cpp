@@ -49,6 +49,26 @@ int toMicroseconds(int milliseconds) {
     return static_cast<int>(std::clamp<std::int64_t>(exact, Limits::min(), Limits::max()));
 }
 
+GPIOOperateRecord toRecord(const GPIOOperation& operation) {
+    GPIOOperateRecord record;
+    record.setGroup(operation.group);
+    record.setBitPosition(operation.bit);
+    record.setOperateMode(operation.mode);
+    record.setFrequency(operation.frequency);
+    record.setTimeOut(toMicroseconds(operation.timeOut));
+    record.setCurrentLevel(inverse(operation.level) != 0);
+    record.setStopLevel(operation.stopLevel != 0);
+    return record;
+}
+
+void tellBegun(const std::shared_ptr<IGPIOOperatorHook>& hook, const GPIOOperation& operation,
+               bool isDriven) {
+    if (hook != nullptr) {
+        hook->begun(operation);
+        hook->driven(operation.group, operation.bit, operation.level, isDriven);
+    }
+}
+
 } // namespace
 
 GPIOOperator::GPIOOperator() {
@@ -77,7 +97,15 @@ SafePointer<GPIOOperateRecord> GPIOOperator::findRecord(int group, int bit) {
     return found->second;
 }
 
-int GPIOOperator::set(int group, int bit, int level) { return m_GPIO->set(group, bit, level); }
+int GPIOOperator::set(int group, int bit, int level) { return driveNow(group, bit, level); }
+
+int GPIOOperator::driveNow(int group, int bit, int level) {
+    const int result = m_GPIO->set(group, bit, level);
+    if (const Hook told = hook()) {
+        told->driven(group, bit, level, result != 0);
+    }
+    return result;
+}
 
 int GPIOOperator::get(int group, int bit, int& level) { return m_GPIO->get(group, bit, level); }
 
@@ -87,54 +115,66 @@ int GPIOOperator::get(const std::vector<IOInfo>& lines, std::vector<IOState>& st
 
 int GPIOOperator::set(int group, int bit, int operateMode, int level, int stopLevel,
                       float frequency, int timeOut) {
+    const GPIOOperation operation{group, bit, operateMode, level, stopLevel, frequency, timeOut};
     if (operateMode == PULSE) {
-        pulse(group, bit, level);
+        pulse(operation);
         return 1;
     }
     const std::uint64_t before = m_Drives;
-    m_GPIO->set(group, bit, level);
+    const bool isDriven = m_GPIO->set(group, bit, level) != 0;
     if (operateMode == GPIOOperateRecord::HOLD && timeOut == 0) {
-        removeRecord(group, bit, level, before);
+        removeRecord(operation, isDriven, before);
         return 1;
     }
-    GPIOOperateRecord settings;
-    settings.setGroup(group);
-    settings.setBitPosition(bit);
-    settings.setOperateMode(operateMode);
-    settings.setFrequency(frequency);
-    settings.setTimeOut(toMicroseconds(timeOut));
-    settings.setCurrentLevel(inverse(level) != 0);
-    settings.setStopLevel(stopLevel != 0);
-
-    if (start() != 0 && keepRecord(settings, level, before) != 0) {
+    if (start() == 0) {
+        tellBegun(hook(), operation, isDriven);
+    } else if (keepRecord(operation, isDriven, before) != 0) {
         return 1;
+    }
+    refuse(operation);
+    return 0;
+}
+
+void GPIOOperator::refuse(const GPIOOperation& operation) const {
+    if (const Hook told = hook()) {
+        told->refused(operation);
     }
     if (GlobalEnv::getInstance()->getPrintFlag() != 0) {
         std::printf("start gpio thread fail\n");
     }
-    return 0;
 }
 
-void GPIOOperator::pulse(int group, int bit, int level) {
-    m_GPIO->set(group, bit, level);
+void GPIOOperator::pulse(const GPIOOperation& operation) {
+    const int group = operation.group;
+    const int bit = operation.bit;
+    if (const Hook told = hook()) {
+        told->begun(operation);
+    }
+    driveNow(group, bit, operation.level);
     TarvikTime::wait(TarvikTime(0, PULSE_MICROSECONDS));
-    m_GPIO->set(group, bit, inverse(level));
-}
-
-void GPIOOperator::settleLevel(int group, int bit, int level, std::uint64_t before) {
-    const auto last = m_LastDrives.find(getRecordKey(group, bit));
-    if (last != m_LastDrives.end() && last->second > before) {
-        m_GPIO->set(group, bit, level);
+    driveNow(group, bit, inverse(operation.level));
+    if (const Hook told = hook()) {
+        told->ended(group, bit, PULSE);
     }
 }
 
-void GPIOOperator::removeRecord(int group, int bit, int level, std::uint64_t before) {
+// The operation takes over its line, which a caller has driven without the lock.
+void GPIOOperator::settle(const GPIOOperation& operation, bool isDriven, std::uint64_t before) {
+    tellBegun(hook(), operation, isDriven);
+    const auto last = m_LastDrives.find(getRecordKey(operation.group, operation.bit));
+    if (last != m_LastDrives.end() && last->second > before) {
+        driveNow(operation.group, operation.bit, operation.level);
+    }
+}
+
+void GPIOOperator::removeRecord(const GPIOOperation& operation, bool isDriven,
+                                std::uint64_t before) {
     bool idle = false;
     unsigned insertions = 0;
     {
         const XQMutexManager guard(m_RecordMutex, SOURCE, __LINE__);
-        m_Records.erase(getRecordKey(group, bit));
-        settleLevel(group, bit, level, before);
+        m_Records.erase(getRecordKey(operation.group, operation.bit));
+        settle(operation, isDriven, before);
         idle = m_Records.empty();
         insertions = m_Insertions;
     }
@@ -147,8 +187,8 @@ void GPIOOperator::removeRecord(int group, int bit, int level, std::uint64_t bef
     }
 }
 
-int GPIOOperator::keepRecord(const GPIOOperateRecord& settings, int level, std::uint64_t before) {
-    const int key = getRecordKey(settings.getGroup(), settings.getBitPosition());
+int GPIOOperator::keepRecord(const GPIOOperation& operation, bool isDriven, std::uint64_t before) {
+    const int key = getRecordKey(operation.group, operation.bit);
     {
         const XQMutexManager guard(m_RecordMutex, SOURCE, __LINE__);
         auto found = m_Records.find(key);
@@ -158,8 +198,8 @@ int GPIOOperator::keepRecord(const GPIOOperateRecord& settings, int level, std::
             ++m_Insertions;
         }
         GPIOOperateRecord& record = *found->second.operator->();
-        record = settings;
-        settleLevel(settings.getGroup(), settings.getBitPosition(), level, before);
+        record = toRecord(operation);
+        settle(operation, isDriven, before);
         record.setLastOperateTime(GPIOOperateRecord::now());
         record.setStartOperateTime(record.getLastOperateTime());
     }
@@ -169,6 +209,15 @@ int GPIOOperator::keepRecord(const GPIOOperateRecord& settings, int level, std::
     const XQMutexManager guard(m_RecordMutex, SOURCE, __LINE__);
     m_Records.erase(key);
     return 0;
+}
+
+GPIOOperator::Hook GPIOOperator::hook() const {
+    return m_HasHook ? std::atomic_load(&m_Hook) : nullptr;
+}
+
+void GPIOOperator::setHook(const std::shared_ptr<IGPIOOperatorHook>& hook) {
+    std::atomic_store(&m_Hook, hook);
+    m_HasHook = hook != nullptr;
 }
 
 bool GPIOOperator::isIdle() {
@@ -218,6 +267,9 @@ int GPIOOperator::execOperation() {
 bool GPIOOperator::operate(GPIOOperateRecord& record) {
     if (record.isTimeToStop()) {
         drive(record, record.getStopLevel());
+        if (const Hook told = hook()) {
+            told->ended(record.getGroup(), record.getBitPosition(), record.getOperateMode());
+        }
         return true;
     }
     if (record.isTimeToOperation()) {
@@ -232,6 +284,6 @@ bool GPIOOperator::operate(GPIOOperateRecord& record) {
 void GPIOOperator::drive(const GPIOOperateRecord& record, bool level) {
     const int group = record.getGroup();
     const int bit = record.getBitPosition();
-    m_GPIO->set(group, bit, level ? 1 : 0);
+    driveNow(group, bit, level ? 1 : 0);
     m_LastDrives[getRecordKey(group, bit)] = ++m_Drives; // after the drive, never before
 }

@@ -2,6 +2,7 @@
 
 #include "foundation/SafePointer.h"
 #include "gpio/GPIOOperateRecord.h"
+#include "gpio/IGPIOOperatorHook.h"
 #include "platform/Gpio.h"
 #include "platform/Thread.h"
 #include "platform/base/Allocation.h"
@@ -11,6 +12,7 @@
 #include <atomic>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <vector>
 
 /// Reads and drives the GPIO lines: at once, held for a time, toggled, or pulsed. What takes time
@@ -76,16 +78,25 @@ public:
     /// One pass of the worker: sleeps 50 ms, then drives what is due. Returns 0.
     int execOperation() NVRHW_EXCLUDES(m_RecordMutex);
 
+    /// Who is told from now on what is done; null for nobody. A call of the one before may still be
+    /// going on when this returns: it lives until then.
+    void setHook(const std::shared_ptr<IGPIOOperatorHook>& hook);
+
 private:
     using RecordMap = std::map<std::int32_t, SafePointer<GPIOOperateRecord>>;
 
-    void pulse(int group, int bit, int level);
-    void settleLevel(int group, int bit, int level, std::uint64_t before)
+    using Hook = std::shared_ptr<IGPIOOperatorHook>;
+
+    Hook hook() const;
+    int driveNow(int group, int bit, int level);
+    void pulse(const GPIOOperation& operation);
+    void settle(const GPIOOperation& operation, bool isDriven, std::uint64_t before)
         NVRHW_REQUIRES(m_RecordMutex);
-    void removeRecord(int group, int bit, int level, std::uint64_t before)
+    void removeRecord(const GPIOOperation& operation, bool isDriven, std::uint64_t before)
         NVRHW_EXCLUDES(m_RecordMutex, m_ControlMutex);
-    int keepRecord(const GPIOOperateRecord& settings, int level, std::uint64_t before)
+    int keepRecord(const GPIOOperation& operation, bool isDriven, std::uint64_t before)
         NVRHW_EXCLUDES(m_RecordMutex, m_ControlMutex);
+    void refuse(const GPIOOperation& operation) const;
     bool isIdle() NVRHW_EXCLUDES(m_RecordMutex);
     int startWorker() NVRHW_REQUIRES(m_ControlMutex);
     int startIfStopped() NVRHW_EXCLUDES(m_RecordMutex, m_ControlMutex);
@@ -105,4 +116,7 @@ private:
 
     // For each line that the worker has driven, the number of its last drive of it.
     std::map<std::int32_t, std::uint64_t> m_LastDrives NVRHW_GUARDED_BY(m_RecordMutex);
+
+    Hook m_Hook;                        // accessed atomically: drives take no lock
+    std::atomic<bool> m_HasHook{false}; // so that without one a drive pays nothing
 };

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/base/Export.h"
+
 #include <string>
 
 /// How a line is wired, as far as that is known. What is not set is left as the board has it.
 /// An input follows `debounce` and `bias`, an output `drive` and `bias`.
-struct GPIOLineSettings {
+struct NVRHW_API GPIOLineSettings {
     /// What holds a line that nobody drives.
     enum Bias { BIAS_UNSET, PULL_UP, PULL_DOWN, BIAS_DISABLED };
 

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-class TimeSource;
+class NVRHW_API TimeSource;
 
 /// A time or a duration: seconds and microseconds. Times count from an arbitrary start and never
 /// jump: setting the wall clock neither delays nor hastens an operation.

@@ -1,9 +1,12 @@
 #include "foundation/SafePointer.h"
 
 #include "foundation/function.h"
+#include "platform/Gpio.h"
+#include "support/LogCapture.h"
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
 #include <memory>
 
 namespace {
@@ -38,17 +41,20 @@ const std::string REPORT = "SafePointer Report:";
 const std::string ANIMAL = REPORT + typeid(Animal).name();
 const std::string DOG = REPORT + typeid(Dog).name();
 
-/// The action must raise this text, and print it if it is a report.
+/// The action must raise this text, and print and log it if it is a report.
 void expectError(const std::string& text, const std::function<void()>& action) {
+    const bool isReport = text.find(REPORT) == 0;
     std::string raised;
+    LogCapture log;
     testing::internal::CaptureStdout();
     try {
         action();
     } catch (const XQRuntimeError& error) {
         raised = error.what();
     }
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), text.find(REPORT) == 0 ? text + "\n" : "");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), isReport ? text + "\n" : "");
     EXPECT_EQ(raised, text);
+    log.expect(isReport ? 1 : 0, {isReport ? "SafePointer: " + text.substr(REPORT.size()) : ""});
 }
 
 TEST(SafePointer, DeletesWithTheLastHolder) {
@@ -79,6 +85,7 @@ TEST(SafePointer, ReportsMisuseOfEmptyPointers) {
     Probe<Animal> sharer(target);
 
     expectError(ANIMAL + " Use NULL pointer ->", [&] { empty.operator->(); });
+    expectError(ANIMAL + " Use NULL pointer *", [&] { *empty; });
     expectError(ANIMAL + " Construct from NULL original pointer",
                 [&] { SafePointer<Animal> made(nothing); });
     expectError(ANIMAL + " Construct from NULL <T>pointer",
@@ -158,6 +165,33 @@ TEST(SafePointer, CastsByTheObjectsType) {
     expectError("can't dynmic_cast!,src type is(" + types + ")",
                 [&] { dynamic_pointer_cast<Cat>(animal); });
     EXPECT_EQ(animal.count(), 1);
+}
+
+TEST(SafePointer, ReportsTypesByTheNameTheyHaveInTheSource) {
+    using Nested = std::map<IOInfo, SafePointer<IGPIO>>;
+    const SafePointer<IGPIO> gpio;
+    const SafePointer<Nested> nested;
+    expectError(REPORT + "5IGPIO Use NULL pointer ->", [&] { gpio.operator->(); });
+    expectError(REPORT + "St3mapI6IOInfo11SafePointerI5IGPIOESt4lessIS0_ESaISt4pairIKS0_S3_EEE "
+                         "Use NULL pointer ->",
+                [&] { nested.operator->(); });
+}
+
+TEST(SafePointer, IsComparedAndAskedAsOtherPointersAre) {
+    const SafePointer<Dog> dog(new Dog);
+    const SafePointer<Animal> same(dog);
+    const SafePointer<Animal> other(new Cat);
+    const SafePointer<Animal> empty;
+    EXPECT_EQ(&*dog, dog.get());
+    EXPECT_EQ(empty.get(), nullptr);
+    EXPECT_TRUE(same == dog && !(same != dog) && !(same == other) && other != dog);
+    EXPECT_TRUE(dog && !empty && dog != nullptr && nullptr != dog);
+    EXPECT_TRUE(empty == nullptr && nullptr == empty && empty == SafePointer<Dog>());
+    EXPECT_FALSE(dog == nullptr || empty != nullptr || dog < same || same < dog);
+    EXPECT_NE(dog < other, other < dog);
+    static_assert(!std::is_convertible_v<SafePointer<Dog>, bool>, "nor is it a number");
+    std::map<SafePointer<Animal>, int> ages{{same, 3}, {other, 4}};
+    EXPECT_EQ(ages[dog], 3);
 }
 
 int seven() { return 7; }

@@ -17,6 +17,7 @@
 #include "platform/Thread.h"
 #include "platform/Time.h"
 #include "platform/XmlConfigure.h"
+#include "platform/base/MisuseLog.h"
 #include "platform/base/Mutex.h"
 
 #include <map>
@@ -81,6 +82,7 @@ void RefCountManager::returnbackRefCount(ref_count* record, const char*) {
 void* operator new(std::size_t size, const char*, int) { return ::operator new(size); }
 void operator delete(void* memory, const char*, int) noexcept { ::operator delete(memory); }
 void AllocationLedger::release(void* memory) noexcept { ::operator delete(memory); }
+void MisuseLog::write(const char* report, const char*, int) { note(report); }
 
 // Time stands still but for waits. There is one thread, which makes a pass when it is told to. Its
 // running() is late, as with some threads: a second start() before the first pass is refused.

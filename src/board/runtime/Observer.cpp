@@ -1,6 +1,6 @@
 #include "platform/Observer.h"
 
-#include "board/runtime/ConditionVariable.h"
+#include "platform/base/ConditionVariable.h"
 #include "board/runtime/ExceptionText.h"
 #include "platform/Diagnostics.h"
 #include "platform/base/Mutex.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "board/runtime/ConditionVariable.h"
+#include "platform/base/ConditionVariable.h"
 #include "board/runtime/FileDescriptor.h"
 #include "platform/Time.h"
 #include "platform/base/Mutex.h"

@@ -1,0 +1,166 @@
+#include "application/Board.h"
+
+#include "application/BoardCore.h"
+#include "application/Subscription.h"
+#include "config/Monitor.h"
+
+#include <utility>
+
+namespace nvrhw {
+
+namespace {
+
+std::string listed(const std::vector<LineUse>& uses) {
+    std::string text;
+    for (const LineUse& use : uses) {
+        text += (text.empty() ? "" : ", ") + std::to_string(use.id) +
+                (use.name.empty() ? "" : " (" + use.name + ")");
+    }
+    return text.empty() ? "there are none" : "there are " + text;
+}
+
+std::size_t indexOf(const std::vector<LineUse>& uses, const char* what, int id) {
+    for (std::size_t i = 0; i < uses.size(); ++i) {
+        if (uses[i].id == id) {
+            return i;
+        }
+    }
+    throw Error(Error::NoSuchLine,
+                std::string("there is no ") + what + std::to_string(id) + "; " + listed(uses));
+}
+
+// An id goes before a name that looks like one.
+std::size_t indexOf(const std::vector<LineUse>& uses, const char* what, const std::string& text) {
+    std::vector<LineUse> named;
+    for (const LineUse& use : uses) {
+        if (std::to_string(use.id) == text) {
+            return indexOf(uses, what, use.id);
+        }
+        if (use.name == text && !text.empty()) {
+            named.push_back(use);
+        }
+    }
+    if (named.size() == 1) {
+        return indexOf(uses, what, named.front().id);
+    }
+    throw Error(Error::NoSuchLine, std::string("there is ") +
+                                       (named.empty() ? "no " : "more than one ") + what + "\"" +
+                                       text + "\"; " + listed(named.empty() ? uses : named));
+}
+
+constexpr char INPUT[] = "input ";
+constexpr char OUTPUT[] = "output ";
+
+} // namespace
+
+Board::Board() : Board(BoardOptions()) {}
+
+Board::Board(const std::string& directory) : m_Core() {
+    BoardOptions options;
+    options.directory = directory;
+    m_Core = std::make_shared<BoardCore>(options);
+}
+
+Board::Board(const BoardOptions& options) : m_Core(std::make_shared<BoardCore>(options)) {}
+
+Board::Board(Running /*unused*/) : m_Core(std::make_shared<BoardCore>(BoardCore::OfFactory())) {}
+
+Board Board::running() { return Board(Running()); }
+
+Board::~Board() {
+    if (Subscription::isInside()) {
+        m_Core->closeLater();
+    } else {
+        m_Core->close();
+    }
+}
+
+const std::string& Board::directory() const { return m_Core->options().directory; }
+
+const MachineInfo& Board::machine() const { return m_Core->machine(); }
+
+const SoftwarePackage& Board::software() const { return m_Core->software(); }
+
+const NVRDeviceAbility& Board::abilities() const { return m_Core->abilities(); }
+
+std::vector<MonitorParam> Board::monitors() const {
+    std::vector<MonitorParam> params;
+    if (::Monitor().getAllMonitorParam(params) == 0) {
+        throw Error(Error::NotStored, "the monitors' parameters cannot be read; the log says why");
+    }
+    return params;
+}
+
+Result Board::setMonitor(const MonitorParam& param) const {
+    if (::Monitor().setMonitorParam(param) != 1) {
+        return Error(Error::NotStored, "the parameters of monitor " +
+                                           std::to_string(param.getMonitorId()) +
+                                           " cannot be stored; the log says why");
+    }
+    return {};
+}
+
+std::vector<Input> Board::inputs() const { return m_Core->inputs().inputs(); }
+
+std::vector<Output> Board::outputs() const { return m_Core->outputs().outputs(); }
+
+std::vector<LineUse> Board::lines() const {
+    std::vector<LineUse> lines = m_Core->inputs().uses();
+    const std::vector<LineUse>& outputs = m_Core->outputs().uses();
+    lines.insert(lines.end(), outputs.begin(), outputs.end());
+    return lines;
+}
+
+Input Board::input(int id) const {
+    return m_Core->inputs().at(indexOf(m_Core->inputs().uses(), INPUT, id));
+}
+
+Input Board::input(const std::string& name) const {
+    return m_Core->inputs().at(indexOf(m_Core->inputs().uses(), INPUT, name));
+}
+
+Output Board::output(int id) const {
+    return m_Core->outputs().at(indexOf(m_Core->outputs().uses(), OUTPUT, id));
+}
+
+Output Board::output(const std::string& name) const {
+    return m_Core->outputs().at(indexOf(m_Core->outputs().uses(), OUTPUT, name));
+}
+
+Registration Board::onInput(InputCallback callback) const {
+    return subscribe(std::move(callback), std::nullopt, false);
+}
+
+Registration Board::onInput(InputCallback callback, int id) const {
+    return subscribe(std::move(callback), id, false);
+}
+
+Registration Board::onInput(InPlace /*unused*/, InputCallback callback) const {
+    return subscribe(std::move(callback), std::nullopt, true);
+}
+
+Registration Board::onInput(InPlace /*unused*/, InputCallback callback, int id) const {
+    return subscribe(std::move(callback), id, true);
+}
+
+Registration Board::subscribe(InputCallback callback, std::optional<int> id, bool isInPlace) const {
+    InputModel& inputs = m_Core->inputs();
+    std::optional<std::size_t> only;
+    if (id.has_value()) {
+        only = indexOf(inputs.uses(), INPUT, *id);
+    }
+    return Registration(
+        inputs.subscribe(std::move(callback), only, isInPlace, m_Core->options().mailbox));
+}
+
+Registration Board::onOutput(OutputCallback callback) const {
+    return Registration(
+        m_Core->outputs().subscribe(std::move(callback), false, m_Core->options().mailbox));
+}
+
+Registration Board::onDrive(OutputCallback callback) const {
+    return Registration(
+        m_Core->outputs().subscribe(std::move(callback), true, m_Core->options().mailbox));
+}
+
+} // namespace nvrhw

@@ -1,0 +1,48 @@
+#include "application/Input.h"
+
+#include "application/InputModel.h"
+#include "application/MomentText.h"
+
+#include <ostream>
+#include <utility>
+
+namespace nvrhw {
+
+Input::Input(std::shared_ptr<InputModel> model, std::size_t index)
+    : id(model->uses()[index].id), name(model->uses()[index].name), line(model->uses()[index].line),
+      m_Model(std::move(model)), m_Index(index) {}
+
+Input::State Input::state() const { return m_Model->last(m_Index).kind; }
+
+int Input::level() const { return m_Model->last(m_Index).level; }
+
+Moment Input::since() const { return m_Model->last(m_Index).time; }
+
+Cause Input::cause() const { return m_Model->last(m_Index).cause; }
+
+bool Input::isInverted() const { return m_Model->isInverted(m_Index); }
+
+Result Input::setInverted(bool isInverted) const {
+    return m_Model->setInverted(m_Index, isInverted);
+}
+
+const char* toText(Input::State state) {
+    return state == Input::Alarm ? "alarm" : state == Input::Normal ? "normal" : "unreadable";
+}
+
+std::ostream& operator<<(std::ostream& stream, const InputChange& change) {
+    stream << clockText(change.time.wall) << " input " << change.input.id;
+    if (!change.input.name.empty()) {
+        stream << " (" << change.input.name << ')';
+    }
+    stream << ' ' << toText(change.state);
+    if (change.cause) {
+        stream << ": " << change.cause.text();
+    }
+    if (change.leftOut > 0) {
+        stream << " (" << change.leftOut << " changes before it left out)";
+    }
+    return stream;
+}
+
+} // namespace nvrhw

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "application/Error.h"
+#include "application/Line.h"
+#include "application/Moment.h"
+#include "platform/Cause.h"
+#include "platform/base/Export.h"
+
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <string_view>
+
+namespace nvrhw {
+
+class InputModel;
+
+/// An alarm input of a Board. A small handle to be copied freely; thread-safe. Once the board has
+/// gone, what was last known stays.
+class NVRHW_API Input {
+public:
+    enum State {
+        Normal,
+        Alarm,
+        Unreadable ///< the line cannot be read: cause() says why
+    };
+
+    int id;                ///< of the hardware configuration
+    std::string_view name; ///< empty when it has none; lives as long as any handle of the input
+    Line line;
+
+    /// As of the last look at the lines, which follows each of their changes at once.
+    State state() const;
+
+    /// 0 or 1; -1 while the line cannot be read.
+    int level() const;
+
+    /// Since when the state is what it is.
+    Moment since() const;
+
+    /// Why the line cannot be read; empty while it can.
+    Cause cause() const;
+
+    /// Inverted, the input is in alarm while its line is not at the valid level. It holds for this
+    /// process and until it is changed. A change of state that comes of it is told like any other.
+    Result setInverted(bool isInverted) const;
+    bool isInverted() const;
+
+private:
+    friend class InputModel;
+    Input(std::shared_ptr<InputModel> model, std::size_t index);
+
+    std::shared_ptr<InputModel> m_Model;
+    std::size_t m_Index;
+};
+
+/// A change of an input's state, or the state a registration begins with.
+struct NVRHW_API InputChange {
+    Input input;
+    Input::State state;
+    int level;      ///< 0 or 1; -1 when the line cannot be read
+    Cause cause;    ///< why it cannot
+    Moment time;    ///< of the edge, where the kernel tells; else when the change was seen
+    bool isPresent; ///< the state found when the registration began
+    unsigned
+        leftOut; ///< changes of this input that were not told before this one, for want of room
+};
+
+/// "normal", "alarm" or "unreadable".
+NVRHW_API const char* toText(Input::State state);
+
+/// "14:03:07.412 input 3 (door) alarm", in the local time of the process; an unreadable input is
+/// followed by the cause.
+NVRHW_API std::ostream& operator<<(std::ostream& stream, const InputChange& change);
+
+/// What Board::onInput() calls.
+using InputCallback = std::function<void(const InputChange&)>;
+
+} // namespace nvrhw

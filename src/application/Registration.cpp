@@ -1,0 +1,28 @@
+#include "application/Registration.h"
+
+#include "application/Subscription.h"
+
+#include <utility>
+
+namespace nvrhw {
+
+Registration::Registration(std::shared_ptr<Subscription> subscription)
+    : m_Subscription(std::move(subscription)) {}
+
+Registration::~Registration() { end(); }
+
+Registration& Registration::operator=(Registration&& other) noexcept {
+    if (this != &other) {
+        end();
+        m_Subscription = std::move(other.m_Subscription);
+    }
+    return *this;
+}
+
+void Registration::end() {
+    if (const auto subscription = std::exchange(m_Subscription, nullptr)) {
+        subscription->end();
+    }
+}
+
+} // namespace nvrhw

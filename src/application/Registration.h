@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/base/Export.h"
+
+#include <memory>
+
+namespace nvrhw {
+
+class Subscription;
+
+/// Keeps a callback registered for as long as it lives. Movable; an empty one has nothing
+/// registered. It may outlive its board: no call comes any more then.
+class NVRHW_API Registration {
+public:
+    Registration() = default;
+    explicit Registration(std::shared_ptr<Subscription> subscription);
+
+    /// As end().
+    ~Registration();
+    Registration(Registration&&) noexcept = default;
+
+    /// Ends the one it held.
+    Registration& operator=(Registration&& other) noexcept;
+
+    /// Once it has returned no call of the callback runs or comes. It waits for a call in progress
+    /// in another thread; from inside the callback itself it returns at once, and the call it was
+    /// made from is the last. From inside a callback of another registration it does not wait
+    /// either, and logs when that would have been needed.
+    void end();
+
+private:
+    std::shared_ptr<Subscription> m_Subscription;
+};
+
+} // namespace nvrhw

@@ -1,0 +1,43 @@
+#include "alarm/IOAlarmOutManager.h"
+#include "support/AlarmRecorder.h"
+#include "support/LogCapture.h"
+#include "support/ServiceTest.h"
+
+#include <atomic>
+
+extern std::atomic<int> ownCalls; // see OwnNames.cpp
+int useOwnNames();
+
+namespace {
+
+// The first change tells the states of all inputs.
+constexpr char FIRST[] = "1=1 2=0 3=0 4=0 5=0 6=0 7=0 8=0 9=0 10=0 11=0 12=0 13=0 14=0 15=0 16=0";
+
+class OwnNamesTest : public ServiceTest {};
+
+// An application's classes of the same names, in sources that never saw ours.
+TEST_F(OwnNamesTest, StayTheApplications) {
+    LogCapture log;
+    {
+        Factory factory;
+        factory.start();
+        log.take();
+        AlarmRecorder messages;
+        factory.get<IOAlarmInManager>("IOAlarmInManager").addListener(&messages);
+        m_Board.setLevel(0, 0, 1);
+        EXPECT_TRUE(messages.waitFor(FIRST)) << messages.take();
+        auto& outputs = factory.get<IOAlarmOutManager>("IOAlarmOutManager");
+        outputs.setAlarmOutMode(1, {AlarmOutMode::Flash, AlarmOutMode::Direct, 0, 20.0F});
+        outputs.triggerAlarm(1);
+        outputs.cancelAlarm(1);
+        Logger::writeLog("a record", "of the library", __FILE__, __LINE__);
+        log.expectOne({"a record"});
+        EXPECT_EQ(ownCalls, 0);
+        EXPECT_EQ(useOwnNames(), 8);
+        EXPECT_EQ(ownCalls, 11) << "each of the application's calls reached its own class";
+        factory.stop();
+    }
+    EXPECT_EQ(ownCalls, 11);
+}
+
+} // namespace
