@@ -19,7 +19,7 @@ foreach(family foundation platform config ability gpio alarm service)
 endforeach()
 install(FILES ${PROJECT_SOURCE_DIR}/src/nvrhw.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nvrhw COMPONENT dev)
-foreach(header Board Error Input Line Moment Output Registration) # the others are behind them
+foreach(header Board Error Input Line Moment Output Registration Service Signal) # the others are behind them
     install(FILES ${PROJECT_SOURCE_DIR}/src/application/${header}.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nvrhw/application COMPONENT dev)
 endforeach()

@@ -2,3 +2,5 @@
 
 /// The whole interface for applications, namespace nvrhw.
 #include "application/Board.h"
+#include "application/Service.h"
+#include "application/Signal.h"

@@ -1,6 +1,5 @@
 #include "gpio/GPIOOperateRecord.h"
 
-
 namespace {
 
 constexpr double MICROSECONDS_PER_SECOND = 1000000.0;

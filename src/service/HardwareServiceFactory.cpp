@@ -41,15 +41,27 @@ HardwareServiceFactory* HardwareServiceFactory::getInstance() {
 }
 
 int HardwareServiceFactory::start() {
-    if (getService(ALARM_OUT_MANAGER) != nullptr) {
-        return 1; // the last one to be registered: all are there
+    if (m_IsRunning) {
+        return 1;
     }
-    releaseServices(); // of a start that an exception ended
-    startConfiguration();
-    startControllers();
-    startGPIO();
-    startAlarms();
+    if (getService(ALARM_OUT_MANAGER) != nullptr) { // the last one to be registered: all are there
+        watchAgain();
+    } else {
+        releaseServices(); // of a start that an exception ended
+        startConfiguration();
+        startControllers();
+        startGPIO();
+        startAlarms();
+    }
+    m_IsRunning = true;
     return 1;
+}
+
+void HardwareServiceFactory::watchAgain() {
+    auto& listener = *findService<IOAlarmInListener>(ALARM_IN_LISTENER);
+    listener->stop(); // somebody may have started it meanwhile; a second start would fail
+    listener->setIOAlarmInManager(*findService<IOAlarmInManager>(ALARM_IN_MANAGER));
+    listener->start();
 }
 
 void HardwareServiceFactory::startConfiguration() {
@@ -117,6 +129,7 @@ void HardwareServiceFactory::startAlarms() {
 }
 
 void HardwareServiceFactory::stop() {
+    m_IsRunning = false;
     if (auto* listener = findService<IOAlarmInListener>(ALARM_IN_LISTENER)) {
         (*listener)->stop();
     }

@@ -4,6 +4,8 @@
 #include "platform/base/Mutex.h"
 #include "service/IServiceFactory.h"
 
+#include <atomic>
+
 /// The entry to the library: builds the services, wires them and hands them out.
 ///
 /// | name                         | holder type                               |
@@ -28,7 +30,8 @@ public:
 
     /// Reads the configuration files and builds all services. Returns 1, whatever the services
     /// report: they log what they cannot do, and "why does nothing happen" is answered there.
-    /// A second call changes nothing and returns 1.
+    /// A second call changes nothing and returns 1; after stop() it watches the alarm inputs again,
+    /// with the services and listeners that are there.
     ///
     /// When the ability documents cannot be read it does not return: after a log record and a
     /// second's wait it ends the process with status 0.
@@ -41,6 +44,9 @@ public:
     /// start(). Not to be called from inside a notification, whose end it waits for.
     void stop() override;
 
+    /// True from a start() that returned until stop(). May be asked from any thread.
+    bool isRunning() const noexcept { return m_IsRunning; }
+
 protected:
     HardwareServiceFactory() = default;
 
@@ -49,6 +55,8 @@ private:
     void startControllers();
     void startGPIO();
     void startAlarms();
+    void watchAgain();
 
+    std::atomic<bool> m_IsRunning{false};
     static XQMutex m_InstanceMutex;
 };

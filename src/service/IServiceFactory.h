@@ -32,6 +32,9 @@ public:
     ///     auto* holder = dynamic_cast<SafePointer<GPIOOperator>*>(factory->getService("gpio"));
     BaseSafePointer* getService(const std::string& name) const;
 
+    /// All holders by their names.
+    const std::map<std::string, BaseSafePointer*>& getServices() const { return m_ServiceMap; }
+
 protected:
     /// Registers a service; a name that is present already keeps its service.
     template <typename T>

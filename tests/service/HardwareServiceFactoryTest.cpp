@@ -130,7 +130,35 @@ TEST_F(HardwareServiceFactoryTest, ALineThatChangesReachesTheListeners) {
     EXPECT_EQ(factory.get<IOAlarmInListener>("IOAlarmInListener").start(), 1);
     setInput(1, false);
     EXPECT_TRUE(messages.waitFor("1=0")) << messages.take();
+    EXPECT_EQ(factory.start(), 1) << "with a listener that runs already";
+    messages.take();
+    setInput(1, true);
+    EXPECT_TRUE(messages.waitFor("1=1")) << messages.take();
     factory.stop();
+}
+
+// As a test suite of a recorder does it: started, stopped and started in one process, beside
+// another factory whose inputs are then those that the one detector's handler asks.
+TEST_F(HardwareServiceFactoryTest, WatchesAgainAfterAStop) {
+    Factory factory;
+    Factory other;
+    EXPECT_FALSE(factory.isRunning());
+    for (const bool alarm : {true, false, true}) {
+        EXPECT_EQ(factory.start(), 1);
+        EXPECT_EQ(factory.start(), 1);
+        EXPECT_TRUE(factory.isRunning());
+        AlarmRecorder messages;
+        auto& manager = factory.get<IOAlarmInManager>("IOAlarmInManager");
+        manager.notifyAlarmConsumers(false);
+        const int id = manager.addListener(&messages);
+        setInput(1, alarm);
+        EXPECT_TRUE(messages.waitFor(alarm ? "1=1" : "1=0")) << messages.take();
+        manager.removeListener(id);
+        factory.stop();
+        EXPECT_FALSE(factory.isRunning());
+        other.start();
+        other.stop();
+    }
 }
 
 TEST_F(HardwareServiceFactoryTest, ATriggerReachesTheLine) {
