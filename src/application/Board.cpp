@@ -4,7 +4,6 @@
 #include "application/Subscription.h"
 #include "config/Monitor.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace nvrhw {
@@ -20,23 +19,33 @@ std::string listed(const std::vector<LineUse>& uses) {
     return text.empty() ? "there are none" : "there are " + text;
 }
 
-template <typename Matches>
-std::size_t indexOf(const std::vector<LineUse>& uses, const std::string& wanted, Matches matches) {
-    const auto found = std::find_if(uses.begin(), uses.end(), matches);
-    if (found == uses.end()) {
-        throw Error(Error::NoSuchLine, "there is no " + wanted + "; " + listed(uses));
-    }
-    return static_cast<std::size_t>(found - uses.begin());
-}
-
 std::size_t indexOf(const std::vector<LineUse>& uses, const char* what, int id) {
-    return indexOf(uses, std::string(what) + std::to_string(id),
-                   [id](const LineUse& use) { return use.id == id; });
+    for (std::size_t i = 0; i < uses.size(); ++i) {
+        if (uses[i].id == id) {
+            return i;
+        }
+    }
+    throw Error(Error::NoSuchLine,
+                std::string("there is no ") + what + std::to_string(id) + "; " + listed(uses));
 }
 
-std::size_t indexOf(const std::vector<LineUse>& uses, const char* what, const std::string& name) {
-    return indexOf(uses, what + ("\"" + name + "\""),
-                   [&](const LineUse& use) { return use.name == name; });
+// An id goes before a name that looks like one.
+std::size_t indexOf(const std::vector<LineUse>& uses, const char* what, const std::string& text) {
+    std::vector<LineUse> named;
+    for (const LineUse& use : uses) {
+        if (std::to_string(use.id) == text) {
+            return indexOf(uses, what, use.id);
+        }
+        if (use.name == text && !text.empty()) {
+            named.push_back(use);
+        }
+    }
+    if (named.size() == 1) {
+        return indexOf(uses, what, named.front().id);
+    }
+    throw Error(Error::NoSuchLine, std::string("there is ") +
+                                       (named.empty() ? "no " : "more than one ") + what + "\"" +
+                                       text + "\"; " + listed(named.empty() ? uses : named));
 }
 
 constexpr char INPUT[] = "input ";
@@ -118,23 +127,23 @@ Output Board::output(const std::string& name) const {
     return m_Core->outputs().at(indexOf(m_Core->outputs().uses(), OUTPUT, name));
 }
 
-Registration Board::onInput(InputCallback callback) {
+Registration Board::onInput(InputCallback callback) const {
     return subscribe(std::move(callback), std::nullopt, false);
 }
 
-Registration Board::onInput(InputCallback callback, int id) {
+Registration Board::onInput(InputCallback callback, int id) const {
     return subscribe(std::move(callback), id, false);
 }
 
-Registration Board::onInput(InPlace /*unused*/, InputCallback callback) {
+Registration Board::onInput(InPlace /*unused*/, InputCallback callback) const {
     return subscribe(std::move(callback), std::nullopt, true);
 }
 
-Registration Board::onInput(InPlace /*unused*/, InputCallback callback, int id) {
+Registration Board::onInput(InPlace /*unused*/, InputCallback callback, int id) const {
     return subscribe(std::move(callback), id, true);
 }
 
-Registration Board::subscribe(InputCallback callback, std::optional<int> id, bool isInPlace) {
+Registration Board::subscribe(InputCallback callback, std::optional<int> id, bool isInPlace) const {
     InputModel& inputs = m_Core->inputs();
     std::optional<std::size_t> only;
     if (id.has_value()) {
@@ -144,12 +153,12 @@ Registration Board::subscribe(InputCallback callback, std::optional<int> id, boo
         inputs.subscribe(std::move(callback), only, isInPlace, m_Core->options().mailbox));
 }
 
-Registration Board::onOutput(OutputCallback callback) {
+Registration Board::onOutput(OutputCallback callback) const {
     return Registration(
         m_Core->outputs().subscribe(std::move(callback), false, m_Core->options().mailbox));
 }
 
-Registration Board::onDrive(OutputCallback callback) {
+Registration Board::onDrive(OutputCallback callback) const {
     return Registration(
         m_Core->outputs().subscribe(std::move(callback), true, m_Core->options().mailbox));
 }

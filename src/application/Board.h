@@ -40,7 +40,8 @@ struct NVRHW_API BoardOptions {
     AtEnd atEnd = RestUnfinished;
 
     /// Needs nothing but the hardware configuration and the GPIO device: other documents may be
-    /// wrong. machine(), software() and abilities() are then empty.
+    /// wrong. machine(), software() and abilities() are then read when they are first asked for,
+    /// and empty, with a log record, where that fails.
     bool linesOnly = false;
 
     /// How many changes wait for a callback before the latest state of an input takes the place of
@@ -97,12 +98,12 @@ public:
     std::vector<Output> outputs() const;
     std::vector<LineUse> lines() const;
 
-    /// One of them, by id or name (the first of several). None: raises Error::NoSuchLine, whose
-    /// text lists those there are.
+    /// One of them, by its id; as text, which a user may have typed, by id or name. None, or
+    /// several of this name: raises Error::NoSuchLine, whose text lists those there are.
     Input input(int id) const;
-    Input input(const std::string& name) const;
+    Input input(const std::string& idOrName) const;
     Output output(int id) const;
-    Output output(const std::string& name) const;
+    Output output(const std::string& idOrName) const;
 
     /// Calls the callback with the present state of every input, exactly once and before anything
     /// else, and then with each change of a state, in its order, lost and found lines included; no
@@ -115,29 +116,30 @@ public:
     ///
     /// From inside the callback everything may be called; it may end its own registration, but
     /// should end no other.
-    [[nodiscard]] Registration onInput(InputCallback callback);
+    [[nodiscard]] Registration onInput(InputCallback callback) const;
 
     /// The same for one input. Raises Error::NoSuchLine.
-    [[nodiscard]] Registration onInput(InputCallback callback, int id);
+    [[nodiscard]] Registration onInput(InputCallback callback, int id) const;
 
     /// The same without the dispatch thread: the present states come before it returns, in the
     /// calling thread; changes come in the thread that sees them, which as a rule is the
     /// detector's. While the callback runs that thread sees nothing more: it must be quick and must
     /// not wait for other threads. It is never called by two threads at a time.
-    [[nodiscard]] Registration onInput(InPlace, InputCallback callback);
-    [[nodiscard]] Registration onInput(InPlace, InputCallback callback, int id);
+    [[nodiscard]] Registration onInput(InPlace, InputCallback callback) const;
+    [[nodiscard]] Registration onInput(InPlace, InputCallback callback, int id) const;
 
     /// Calls the callback, from the dispatch thread, when an operation of an output begins, ends,
     /// is replaced or fails, whoever asked for it in this process.
-    [[nodiscard]] Registration onOutput(OutputCallback callback);
+    [[nodiscard]] Registration onOutput(OutputCallback callback) const;
 
-    /// The same for each drive that gives a line of an output another level, and for failures.
-    [[nodiscard]] Registration onDrive(OutputCallback callback);
+    /// The same for each drive of an output's line to another level than the drive before it, the
+    /// first one included, and for failures.
+    [[nodiscard]] Registration onDrive(OutputCallback callback) const;
 
 private:
     struct Running {};
     explicit Board(Running);
-    Registration subscribe(InputCallback callback, std::optional<int> id, bool isInPlace);
+    Registration subscribe(InputCallback callback, std::optional<int> id, bool isInPlace) const;
 
     std::shared_ptr<BoardCore> m_Core;
 };

@@ -18,6 +18,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <utility>
 
 namespace nvrhw {
 
@@ -91,7 +92,11 @@ BoardCore::BoardCore(const BoardOptions& options)
     : m_Options(options), m_Place(options.directory), m_IsOwn(true) {
     m_Options.directory = rootDirectory();
     expectDocuments();
-    readDocuments();
+    readLines();
+    if (!options.linesOnly) {
+        expectRead(readMachine(), "the machine or software information");
+        expectRead(readAbilities(), "the abilities");
+    }
     openLines();
     begin();
 }
@@ -123,24 +128,50 @@ void BoardCore::expectDocuments() const {
     }
 }
 
-void BoardCore::readDocuments() {
+void BoardCore::readLines() {
     m_Services->detail =
         SafePointer<MachineConfigurationDetail>(new (SOURCE, __LINE__) MachineConfigurationDetail);
-    auto& detail = m_Services->detail;
-    expectRead(detail->initHardwareConfig(), "the hardware configuration");
-    if (m_Options.linesOnly) {
-        return;
-    }
-    expectRead(detail->initMachineInfo(), "the machine information");
-    expectRead(detail->initSoftwarePackage(), "the software package");
-    m_Machine = detail->getMachineInfo();
-    m_Software = detail->getSoftwarePackage();
+    expectRead(m_Services->detail->initHardwareConfig(), "the hardware configuration");
+}
 
+// What cannot be read stays empty.
+int BoardCore::readMachine() {
+    MachineConfigurationDetail detail;
+    const int machine = detail.initMachineInfo();
+    const int software = detail.initSoftwarePackage();
+    m_Machine = detail.getMachineInfo();
+    m_Software = detail.getSoftwarePackage();
+    return machine != 0 && software != 0 ? 1 : 0;
+}
+
+int BoardCore::readAbilities() {
     DeviceAbilityCollector collector;
     collector.setFileSystemFileName(ConfigFileNameConst::getFileSystemFileName());
     collector.setAbilityConfigFileName(ConfigFileNameConst::getNVRAbilityFileName());
-    expectRead(collector.init(), "the abilities");
-    m_Abilities = collector.getDeviceAbility();
+    const int result = collector.init();
+    if (result != 0) {
+        m_Abilities = collector.getDeviceAbility();
+    }
+    return result;
+}
+
+const MachineInfo& BoardCore::machine() {
+    if (m_Options.linesOnly) {
+        std::call_once(m_MachineRead, [this] { readMachine(); });
+    }
+    return m_Machine;
+}
+
+const SoftwarePackage& BoardCore::software() {
+    machine();
+    return m_Software;
+}
+
+const NVRDeviceAbility& BoardCore::abilities() {
+    if (m_Options.linesOnly) {
+        std::call_once(m_AbilitiesRead, [this] { readAbilities(); });
+    }
+    return m_Abilities;
 }
 
 void BoardCore::openLines() {

@@ -12,6 +12,7 @@
 #include "gpio/GPIOOperator.h"
 
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace nvrhw {
@@ -37,9 +38,9 @@ public:
     void closeLater();
 
     const BoardOptions& options() const { return m_Options; }
-    const MachineInfo& machine() const { return m_Machine; }
-    const SoftwarePackage& software() const { return m_Software; }
-    const NVRDeviceAbility& abilities() const { return m_Abilities; }
+    const MachineInfo& machine();
+    const SoftwarePackage& software();
+    const NVRDeviceAbility& abilities();
     InputModel& inputs() const { return *m_Inputs; }
     OutputModel& outputs() const { return *m_Outputs; }
 
@@ -65,7 +66,9 @@ private:
     };
 
     void expectDocuments() const;
-    void readDocuments();
+    void readLines();
+    int readMachine();
+    int readAbilities();
     void openLines();
     void begin();
     void watch();
@@ -74,6 +77,8 @@ private:
     Place m_Place;
     const bool m_IsOwn;
     std::unique_ptr<Services> m_Services = std::make_unique<Services>();
+    std::once_flag m_MachineRead; // the two flags are for a board that was opened for its lines
+    std::once_flag m_AbilitiesRead;
     MachineInfo m_Machine{};
     SoftwarePackage m_Software{};
     NVRDeviceAbility m_Abilities{};

@@ -29,9 +29,10 @@ public:
 /// The detector over the banks of one device.
 ///
 /// However many changes come, and however fast: the handler runs once more after the last of
-/// them. Changes that fall together give one call. While a line of a GPIO chip has no interrupt, or
-/// its last reading failed, the handler runs every 200 ms. An exception out of the handler is
-/// logged and detection goes on.
+/// them. Changes that fall together give one call. The loss of a bank or of a line is such a
+/// change, and so is its return; while it is lost there are no calls for it. While a line of a GPIO
+/// chip has no interrupt, or its last reading failed, the handler runs every 200 ms. An exception
+/// out of the handler is logged and detection goes on.
 class NVRHW_API GPIODetect : public IGPIODetect {
 public:
     NVRHW_TRACKED

@@ -35,7 +35,7 @@ TEST(BoardLines, TellOfTheirFaultsWithoutLosingOtherRecords) {
     LogBook::open();
     const BoardLines lines;
     InputState state;
-    state.line = lines.input(1);
+    state.line = lines.input("1");
     Logger::writeLog("Clock", "kept", "test", 1);
     lines.read({&state});
     EXPECT_NE(state.cause.find("No such file"), std::string::npos) << state.cause;

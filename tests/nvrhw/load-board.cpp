@@ -1,10 +1,11 @@
-// Starts the library on the board at $NVRHW_ROOT and uses what it has started: every line is read,
-// every output driven to the level it has, every monitor's parameters read. Prints "loaded" when
-// all that went well.
+// Prints the errors of the documents of the board at $NVRHW_ROOT, starts the library on it and uses
+// what it has started: every line is read, every output driven to the level it has, every monitor's
+// parameters read. Prints "loaded" when all that went well.
 
 #include "config/MachineConfigurationDetail.h"
 #include "config/Monitor.h"
 #include "gpio/GPIOOperator.h"
+#include "platform/Insight.h"
 #include "service/HardwareServiceFactory.h"
 
 #include <cstdio>
@@ -33,6 +34,10 @@ bool useLines(const SafePointer<HardwareConfigItemList>& list, bool areOutputs) 
 } // namespace
 
 int main() {
+    for (const Cause& cause : Insight::findDocumentErrors(false)) {
+        std::printf("> %s\n", cause.text().c_str());
+    }
+    std::fflush(stdout); // start() may end the process
     HardwareServiceFactory::getInstance()->start();
     const auto& detail = service<MachineConfigurationDetail>("machineConfigurationDetail");
     const bool inputs = useLines(detail.getAlarmInConfigItemList(), false);

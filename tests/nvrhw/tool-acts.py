@@ -34,6 +34,7 @@ class Acts(ToolTest):
                           "3 2 2 0 steady 0 active", "4 siren 2 3 1 steady 0 normal")
         self.assertEqual(self.run_tool("cancel", "3"), "output 3: switched off, its level is 1\n")
         self.run_tool("cancel", "2", "--inverted")
+        self.assertIn("output 4: switched on, its level is 1", self.run_tool("trigger", "siren"))
         self.assertEqual([self.level(2, 1), self.level(2, 2)], ["1", "1"])
 
     def test_an_interrupted_output_is_left_off(self):
@@ -158,6 +159,33 @@ class Acts(ToolTest):
         new = self.board / "new" / "board"
         self.assertIn(str(new), self.run_tool("board", "init", str(new)))
         self.assertEqual(len(self.run_json("inputs", "--board", str(new))), 16)
+
+    def test_a_board_of_ones_own_agrees_with_itself(self):
+        for sizes in (24, 6, 2, 2), (0, 0, 1, 0), (64, 64, 2, 16), (2, 1, 4, 1):
+            inputs, outputs, banks, monitors = sizes
+            new = str(self.board / "own" / str(sizes))
+            self.run_tool("board", "new", new, f"--inputs={inputs}", f"--outputs={outputs}",
+                          f"--banks={banks}", f"--monitors={monitors}")
+            self.environment["NVRHW_ROOT"] = new
+            self.assertEqual(self.run_tool("check", "--strict"), "0 errors, 0 warnings\n", sizes)
+            states = self.run_json("inputs") + self.run_json("outputs")
+            self.assertEqual([state["id"] for state in states],
+                             [*range(1, inputs + 1), *range(1, outputs + 1)])
+            self.assertLessEqual({state["state"] for state in states}, {"normal"})
+            general = self.run_json("abilities")["general"]
+            self.assertEqual((general["alarmInputs"], general["alarmOutputs"],
+                              len(self.run_json("info")["banks"]), len(self.run_json("monitors"))),
+                             sizes)
+
+    def test_the_line_of_an_input_can_be_flipped(self):
+        self.assertEqual(self.run_tool("flip", "yard gate"), "input 2: flipped, its level is 1\n")
+        self.assertEqual(self.run_json("flip", "3")["state"], "alarm")  # valid at 0
+        self.assertEqual((self.level(0, 1), self.level(0, 2)), ("1", "0"))
+        self.line(0, 3).unlink()
+        self.assertIn("input 4 cannot be flipped", self.run_tool("flip", "4", status=1))
+        self.line(1, 0).parent.rename(self.board / "bank")
+        self.line(1, 0).parent.symlink_to("/dev/null")  # no directory: taken for a chip
+        self.assertIn("input 9 is a line of a real GPIO chip", self.run_tool("flip", "9", status=1))
 
 
 if __name__ == "__main__":

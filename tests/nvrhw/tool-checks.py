@@ -3,7 +3,8 @@
 The files of fixtures/check hold cases. A case begins with "=== NAME" and is put over the sample
 board and the case "base": "--- FILE" begins the content of the board's file of that name; lines
 with "$ " are then run by a shell in the board; lines with "> " are the findings that are expected,
-without the folder of a document. A NAME with a "!" is an error that the library does not see.
+without the folder of a document. A NAME with a "!" is an error that the library does not see. What is
+wrong with lines that have a device, in the case "lines-wrong", is no error of a document.
 """
 import concurrent.futures
 import os
@@ -50,12 +51,15 @@ class Checks(ToolTest):
 
     @staticmethod
     def loads(board):
-        """The library starts, all lines and monitor parameters can be used, and it writes no log
-        record but that of the clock whose configuration is missing."""
+        """Whether the library starts, all lines and monitor parameters can be used, and it writes no
+        log record but that of the clock whose configuration is missing; and the documents' errors."""
         run = subprocess.run(LOADER, cwd=board / "hd1/program/config", text=True, check=False,
                              env={**os.environ, "NVRHW_ROOT": str(board)},
                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-        return (run.returncode, CLOCK_DEFAULT.sub("", run.stdout)) == (0, "loaded\n")
+        errors = re.findall(r"^> .*\n", run.stdout, re.MULTILINE)
+        output = CLOCK_DEFAULT.sub("", run.stdout[len("".join(errors)):])
+        told = FOLDER.sub("", "".join(error[2:].replace(str(board), ".") for error in errors))
+        return (run.returncode, output) == (0, "loaded\n"), told
 
     def test_every_fault_is_found_and_errors_are_where_the_library_fails(self):
         boards = {name: self.break_board(name) for name in self.cases}
@@ -70,7 +74,9 @@ class Checks(ToolTest):
                           ((errors, "error"), (len(findings) - errors, "warning"))]
                 expected = "".join(findings) + ", ".join(counts) + "\n"
                 self.assertEqual(self.check(board), (1 if errors else 0, expected))
-                self.assertEqual(loading[name], not errors or "!" in name)
+                told = [finding.replace(": error: ", ": ") for finding in findings
+                        if ": error: " in finding and name != "lines-wrong"]
+                self.assertEqual(loading[name], (not errors or "!" in name, "".join(told)))
 
     def test_json_and_strictness(self):
         self.assertEqual(self.check(self.board, "--strict"), (0, "0 errors, 0 warnings\n"))

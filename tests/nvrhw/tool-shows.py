@@ -15,7 +15,7 @@ CONFIG = "hardwareConfig.xml"
 ABILITY = "NVRAbility.xml"
 WRONG_USAGE = [
     [], ["inptus"], ["info", "--bogus"], ["info", "--board", "/nowhere/at/all"], ["trigger"],
-    ["trigger", "one"], ["trigger", "1", "--mode", "blink"], ["trigger", "1", "--mode", "2"],
+    ["trigger", "1", "--mode", "blink"], ["trigger", "1", "--mode", "2"],
     ["trigger", "1", "--frequency", "2"], ["trigger", "1", "--mode", "flash", "--frequency", "0"],
     ["trigger", "1", "--mode", "flash", "--frequency", "21"],
     ["trigger", "1", "--mode", "pulse", "--timeout", "1s"], ["trigger", "1", "--timeout", "0"],
@@ -23,7 +23,9 @@ WRONG_USAGE = [
     ["trigger", "1", "--timeout", "1.2.3s"], ["trigger", "1", "--timeout", "s"],
     ["valid-level", "1", "2"], ["follow", "--count", "0"], ["monitor", "--timeout", "-1"],
     ["monitors", "set", "1"], ["monitors", "set", "1", "--brightness", "bright"], ["board"],
-    ["board", "init"],
+    ["board", "init"], ["board", "new"], ["board", "new", "/proc/x", "--inputs", "-1"],
+    ["board", "new", "/proc/x", "--banks", "0"], ["input"], ["flip"],
+    ["board", "new", "/proc/x", "--inputs", "64", "--outputs", "65", "--banks", "2"],
 ]
 
 
@@ -40,9 +42,13 @@ class Shows(ToolTest):
         reference = 'monitorResolutionId="%d"'
         bit = 'bitPosition="%s"'
         for edit, arguments, parts in [
-                ((), ["trigger", "9"], ["no alarm output 9", "outputs`"]),
+                ((), ["trigger", "9"], ["no alarm output 9; there are 1, 2, 3, 4 (siren)"]),
                 ((), ["cancel", "-1"], ["no alarm output -1"]),
-                ((), ["valid-level", "17", "1"], ["no alarm input 17", "inputs`"]),
+                ((), ["output", "alarm horn"], ["no alarm output alarm horn", "4 (siren)"]),
+                ((), ["valid-level", "17", "1"], ["no alarm input 17", "1 (front door), 2 (yard"]),
+                ((CONFIG, "yard gate", "front door"), ["flip", "front door"],
+                 ["several inputs are named front door", "1 (front door), 2 (front door), 3"]),
+                ((), ["board", "new", str(self.board)], ["not empty"]),
                 ((), ["monitors", "set", "9", "--x", "1"], ["monitor 9", "--add"]),
                 ((), ["monitors", "set", "1", "--add"], ["there already", "--add"]),
                 ((), ["monitors", "set", "1", "--brightness", "101"], ["monitor 1", "100"]),
@@ -91,6 +97,9 @@ class Shows(ToolTest):
             f"4 0 3 1 0 - unreadable {self.line(0, 3)}: No such file or directory",
             f'11 1 2 1 0 - unreadable {self.line(1, 2)}: neither 0 nor 1 but "x.*')
         states = {state["id"]: state for state in self.run_json("inputs")}
+        self.assertEqual([self.run_json("input", "yard gate"), self.run_json("input", "4")],
+                         [states[2], states[4]])
+        self.assertEqual(self.run_json("output", "siren"), self.run_json("outputs")[3])
         self.assertEqual(states[3], {"id": 3, "name": "", "bank": 0, "bit": 2, "validLevel": 0,
                                      "level": 0, "userValidLevel": 0, "state": "alarm"})
         self.assertIsNone(states[4]["level"])
@@ -159,7 +168,8 @@ class Shows(ToolTest):
         script = self.board / "completion"
         script.write_text(self.run_tool("generate", "bash"))
         for words, expected in [
-                ("val", "valid-level"), ("monitors s", "set"), ("trigger 1 --mo", "--mode"),
+                ("val", "valid-level"), ("monitors s", "set"), ("board ", "init new"),
+                ("trigger 1 --mo", "--mode"), ("output ", "1 2 3 4"),
                 ("trigger --mode f", "flash"), ("trigger --mode flash ", "1 2 3 4"),
                 ("valid-level 1 ", "0 1"), ("monitors set ", "0 1 2 3"),
                 ("board init /dev/s", "/dev/shm"), ("trigger --timeout ", ""),

@@ -1,4 +1,4 @@
-#include "check/BoardCheck.h"
+#include "board/check/BoardCheck.h"
 #include "commands/Commands.h"
 #include "print/Console.h"
 #include "print/Text.h"

@@ -1,6 +1,6 @@
 #include "commands/Commands.h"
 
-#include "check/Suggestion.h"
+#include "board/check/Suggestion.h"
 #include "foundation/Version.h"
 #include "platform/BoardVersion.h"
 #include "platform/Diagnostics.h"
@@ -18,8 +18,8 @@ namespace {
 constexpr int WRONG_USAGE = 2;
 
 constexpr void (*ADDERS[])(Commands&) = {
-    addInfo,    addCheck,  addAbilities,  addMonitors, addInputs, addOutputs, addFollow,
-    addTrigger, addCancel, addValidLevel, addPanel,    addBoard,  addGenerate};
+    addInfo,    addCheck,  addAbilities, addMonitors,   addInputs, addOutputs, addFollow,
+    addTrigger, addCancel, addFlip,      addValidLevel, addPanel,  addBoard,   addGenerate};
 
 std::string versionText() {
     return std::string("nvrhw ") + NVRHW_VERSION + "\nlibrary " + Version::text() +

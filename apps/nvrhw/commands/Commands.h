@@ -59,6 +59,7 @@ void addOutputs(Commands& commands);
 void addFollow(Commands& commands);
 void addTrigger(Commands& commands);
 void addCancel(Commands& commands);
+void addFlip(Commands& commands);
 void addValidLevel(Commands& commands);
 void addPanel(Commands& commands);
 void addBoard(Commands& commands);

@@ -14,7 +14,7 @@ namespace {
 constexpr int NO_LEVEL = -1;
 
 struct Trial {
-    int id = 0;
+    std::string which{};
     int level = NO_LEVEL;
 };
 
@@ -41,6 +41,14 @@ std::vector<Record> describeInputs(const BoardLines& lines, const std::vector<Li
     return describeAll(inputs, describe);
 }
 
+void printOne(const Record& record, const Settings& settings) {
+    if (settings.json) {
+        Console::printDocument(record);
+    } else {
+        Table::printList({record}, false);
+    }
+}
+
 int runInputs(const Settings& settings) {
     const BoardLines lines;
     Table::printList(describeInputs(lines, lines.inputs(), lines.makeManager<IOAlarmInManager>()),
@@ -55,27 +63,63 @@ int runOutputs(const Settings& settings) {
     return 0;
 }
 
-int runValidLevel(const Trial& trial, const Settings& settings) {
+int runInput(const std::string& which, const Settings& settings) {
     const BoardLines lines;
-    const Line& line = lines.input(trial.id);
-    SafePointer<IOAlarmInManager> manager = lines.makeManager<IOAlarmInManager>();
-    if (trial.level != NO_LEVEL) {
-        manager->setValidLevel(trial.id, trial.level);
-    }
-    std::vector<Record> records = describeInputs(lines, {line}, manager);
+    const auto manager = lines.makeManager<IOAlarmInManager>();
+    printOne(describeInputs(lines, {lines.input(which)}, manager).front(), settings);
+    return 0;
+}
+
+int runOutput(const std::string& which, const Settings& settings) {
+    const BoardLines lines;
+    printOne(describe(readAll<OutputState>(lines, {lines.output(which)}).front()), settings);
+    return 0;
+}
+
+int runFlip(const std::string& which, const Settings& settings) {
+    const BoardLines lines;
+    const Line& line = lines.input(which);
+    const int level = lines.flip(line);
     if (settings.json) {
-        records.front().push_back({"stored", "", false});
-        Console::printDocument(records.front());
+        const auto manager = lines.makeManager<IOAlarmInManager>();
+        printOne(describeInputs(lines, {line}, manager).front(), settings);
         return 0;
     }
-    Table::printList(records, false);
+    Console::print("input " + std::to_string(line.id) + ": flipped, its level is " +
+                   std::to_string(level) + "\n");
+    return 0;
+}
+
+int runValidLevel(const Trial& trial, const Settings& settings) {
+    const BoardLines lines;
+    const Line& line = lines.input(trial.which);
+    SafePointer<IOAlarmInManager> manager = lines.makeManager<IOAlarmInManager>();
     if (trial.level != NO_LEVEL) {
+        manager->setValidLevel(line.id, trial.level);
+    }
+    Record record = describeInputs(lines, {line}, manager).front();
+    record.push_back({"stored", "", false});
+    printOne(record, settings);
+    if (trial.level != NO_LEVEL && !settings.json) {
         const std::string file =
             GlobalEnv::getInstance()->resolve(ConfigFileNameConst::getHardwareConfigFileName());
         Console::print("A trial: nothing is stored. For good, change validLevel of item " +
-                       std::to_string(trial.id) + " in\n" + Text::harmless(file) + ".\n");
+                       std::to_string(line.id) + " in\n" + Text::harmless(file) + ".\n");
     }
     return 0;
+}
+
+CLI::App& addOne(Commands& commands, const char* name, const char* description,
+                 const std::string& what,
+                 int (*run)(const std::string& which, const Settings& settings)) {
+    const auto which = std::make_shared<std::string>();
+    CLI::App& app = commands.add(name, description, [which, run](const Settings& settings) {
+        return run(*which, settings);
+    });
+    app.add_option(what == "input" ? "INPUT" : "OUTPUT", *which, "The " + what + "'s id or name")
+        ->required()
+        ->type_name("");
+    return app;
 }
 
 } // namespace
@@ -85,6 +129,7 @@ void addInputs(Commands& commands) {
         .footer("VALID is the level at which the configuration says the input is in alarm. USER is "
                 "the\nuser valid level: 0 keeps that, 1 turns it around. Every recorder begins "
                 "with 0.");
+    addOne(commands, "input", "Show one alarm input", "input", runInput);
 }
 
 void addOutputs(Commands& commands) {
@@ -92,6 +137,12 @@ void addOutputs(Commands& commands) {
         .footer("VALID is the level that the configuration says is active. MODE is what every "
                 "process\nbegins with; what a running recorder has set since is known to that "
                 "recorder alone.");
+    addOne(commands, "output", "Show one alarm output", "output", runOutput);
+}
+
+void addFlip(Commands& commands) {
+    addOne(commands, "flip", "Give the line of a simulated input the other level", "input", runFlip)
+        .footer("A line of a real GPIO chip is not flipped: its contact is closed or opened.");
 }
 
 void addValidLevel(Commands& commands) {
@@ -99,7 +150,7 @@ void addValidLevel(Commands& commands) {
     CLI::App& app =
         commands.add("valid-level", "Show how an input is judged, or would be with a user level",
                      [trial](const Settings& settings) { return runValidLevel(*trial, settings); });
-    app.add_option("INPUT", trial->id, "The input's id")->required()->type_name("");
+    app.add_option("INPUT", trial->which, "The input's id or name")->required()->type_name("");
     app.add_option("LEVEL", trial->level,
                    "0: in alarm at the configured valid level; 1: at the other level")
         ->check(CLI::IsMember({0, 1}))

@@ -17,7 +17,8 @@ constexpr std::size_t MOST_LINES = 256; // of the trace, for a reader that is sl
 constexpr double SECOND = 1e6;          // microseconds
 
 struct Wish {
-    int id = 0;
+    std::string which{};
+    int id = 0; // once the output is known
     std::string mode = "steady";
     bool isInverted = false;
     float frequency = 0.0F;
@@ -87,15 +88,16 @@ bool carryOn(OutputDrive& drive, const AlarmOutMode& mode, const Signals& signal
 
 // The result in a word. When it returns the line needs nobody any more: whatever waits for a reader
 // then can be ended by a signal.
-std::string drive(const Wish& wish, const AlarmOutMode& mode, LineWriter& trace,
-                  const Settings& settings, OutputState& state) {
+std::string drive(Wish& wish, const AlarmOutMode& mode, LineWriter& trace, const Settings& settings,
+                  OutputState& state) {
     const Signals signals;
-    OutputDrive output(wish.id, [&](int level) {
+    OutputDrive output(wish.which, [&](int level) {
         if (wish.isVerbose) {
             trace.post(
                 traceLine(wish, settings, {"level", "", level}, "-> " + std::to_string(level)));
         }
     });
+    wish.id = output.id();
     std::string result = "switched off";
     if (wish.isCancel) {
         output.cancel(mode);
@@ -132,7 +134,7 @@ CLI::App& add(Commands& commands, const char* name, const char* description,
               const std::shared_ptr<Wish>& wish) {
     CLI::App& app = commands.add(name, description,
                                  [wish](const Settings& settings) { return run(*wish, settings); });
-    app.add_option("OUTPUT", wish->id, "The output's id")->required()->type_name("");
+    app.add_option("OUTPUT", wish->which, "The output's id or name")->required()->type_name("");
     return app;
 }
 

@@ -9,11 +9,15 @@
 #include "print/Console.h"
 #include "print/LogBook.h"
 
-#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <fstream>
 
 namespace {
 
 constexpr char SOURCE[] = "BoardLines";
+constexpr std::size_t MOST_LISTED = 32; // lines in a message
 
 std::vector<Line> toLines(const SafePointer<HardwareConfigItemList>& list) {
     std::vector<Line> lines;
@@ -77,13 +81,56 @@ void BoardLines::read(const std::vector<LineState*>& states) const {
     LogBook::forget(GPIOFaultBook::SUBJECT);
 }
 
-const Line& BoardLines::find(const std::vector<Line>& lines, int id, const std::string& what) {
-    const auto found =
-        std::find_if(lines.begin(), lines.end(), [id](const Line& line) { return line.id == id; });
-    if (found == lines.end()) {
-        throw CommandError("there is no alarm " + what + " " + std::to_string(id) +
-                           "; `nvrhw --board " + GlobalEnv::getInstance()->getRootDirectory() +
-                           " " + what + "s` lists them");
+int BoardLines::flip(const Line& input) const {
+    const std::string name = "input " + std::to_string(input.id);
+    const GPIODevice device(GlobalEnv::getInstance()->resolve(GPIODevice::PATH));
+    if (device.look(input.group).kind == GPIODevice::KERNEL) {
+        throw CommandError(name + " is a line of a real GPIO chip: close or open its contact; only "
+                                  "simulated ones can be flipped");
     }
-    return *found;
+    LineState now;
+    now.line = input;
+    read({&now});
+    if (!now.isReadable()) {
+        throw CommandError(name + " cannot be flipped while it is unreadable");
+    }
+    const int level = 1 - now.level;
+    const std::string path = device.pathOf(input.group) + "/" + std::to_string(input.bit);
+    std::fstream file(path, std::ios::in | std::ios::out); // never empty in between
+    if (!(file << level << std::flush)) {
+        throw CommandError(path + " cannot be written: " + std::strerror(errno));
+    }
+    return level;
+}
+
+// An id goes before a name that looks like one, and of several lines with one id the first is
+// meant.
+const Line& BoardLines::find(const std::vector<Line>& lines, const std::string& which,
+                             const std::string& what) {
+    int id = 0;
+    const char* end = which.data() + which.size();
+    const auto [rest, error] = std::from_chars(which.data(), end, id);
+    const bool isId = error == std::errc() && rest == end;
+    std::vector<const Line*> named;
+    std::string list;
+    std::size_t count = 0;
+    for (const Line& line : lines) {
+        if (isId && line.id == id) {
+            return line;
+        }
+        if (!which.empty() && line.name == which) {
+            named.push_back(&line);
+        }
+        if (++count <= MOST_LISTED) {
+            list += (list.empty() ? "" : ", ") + std::to_string(line.id) +
+                    (line.name.empty() ? "" : " (" + line.name + ")");
+        }
+    }
+    list += count > MOST_LISTED ? ", ..." : "";
+    if (named.size() != 1) {
+        throw CommandError((named.empty() ? "there is no alarm " + what + " " + which
+                                          : "several " + what + "s are named " + which) +
+                           "; " + (list.empty() ? "the board has none" : "there are " + list));
+    }
+    return *named.front();
 }

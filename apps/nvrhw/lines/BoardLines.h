@@ -24,12 +24,17 @@ public:
     const std::vector<Line>& inputs() const { return m_Inputs; }
     const std::vector<Line>& outputs() const { return m_Outputs; }
 
-    /// The line with this id. Raises CommandError when there is none.
-    const Line& input(int id) const { return find(m_Inputs, id, "input"); }
-    const Line& output(int id) const { return find(m_Outputs, id, "output"); }
+    /// The line with this id, or else the one with this name. Raises CommandError, which lists
+    /// those there are, when none is meant or several are.
+    const Line& input(const std::string& which) const { return find(m_Inputs, which, "input"); }
+    const Line& output(const std::string& which) const { return find(m_Outputs, which, "output"); }
 
     /// Reads all these lines at once: the level of each, and why it has none.
     void read(const std::vector<LineState*>& states) const;
+
+    /// Gives the line of an input on a simulated bank the other level, as another process would,
+    /// and returns that. Raises CommandError when it cannot be done.
+    int flip(const Line& input) const;
 
     /// A manager of the library for these lines: of the alarm inputs or of the outputs.
     template <typename Manager> SafePointer<Manager> makeManager() const {
@@ -45,7 +50,8 @@ public:
     const SafePointer<GPIOOperator>& gpioOperator() const { return m_Operator; }
 
 private:
-    static const Line& find(const std::vector<Line>& lines, int id, const std::string& what);
+    static const Line& find(const std::vector<Line>& lines, const std::string& which,
+                            const std::string& what);
 
     SafePointer<MachineConfigurationDetail> m_Detail;
     SafePointer<GPIOOperator> m_Operator;

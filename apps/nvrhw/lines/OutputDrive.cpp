@@ -56,10 +56,10 @@ private:
     bool m_HasFailed = false;
 };
 
-OutputDrive::OutputDrive(int id, Listener listener)
+OutputDrive::OutputDrive(const std::string& which, Listener listener)
     : m_Trace(new ("OutputDrive", __LINE__)
                   DriveTrace(BoardLines::makeDriver(), std::move(listener))),
-      m_Lines(SafePointer<IGPIO>(m_Trace)), m_Line(m_Lines.output(id)),
+      m_Lines(SafePointer<IGPIO>(m_Trace)), m_Line(m_Lines.output(which)),
       m_Outputs(m_Lines.makeManager<IOAlarmOutManager>()) {}
 
 void OutputDrive::trigger(const AlarmOutMode& mode) {

@@ -15,8 +15,10 @@ public:
     /// one driven before; it must neither wait nor raise.
     using Listener = std::function<void(int level)>;
 
-    /// Raises CommandError when there is no output `id`.
-    OutputDrive(int id, Listener listener);
+    /// Raises CommandError when there is no such output, by its id or name.
+    OutputDrive(const std::string& which, Listener listener);
+
+    int id() const { return m_Line.id; }
 
     /// These raise CommandError when the line cannot be driven.
     void trigger(const AlarmOutMode& mode);

@@ -1,21 +1,12 @@
 #include "panel/PanelBoard.h"
 
-#include "board/gpio/GPIODevice.h"
-#include "platform/Diagnostics.h"
-#include "print/Console.h"
-
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 
 namespace {
 
 constexpr double MICROSECONDS_PER_SECOND = 1e6;
 
-std::string name(const char* what, const Line& line) {
-    return std::string(what) + " " + std::to_string(line.id);
-}
+std::string name(const Line& line) { return "output " + std::to_string(line.id); }
 
 } // namespace
 
@@ -54,25 +45,6 @@ void PanelBoard::setMode(const OutputState& output, const AlarmOutMode& mode) {
     m_Outputs->setAlarmOutMode(output.line.id, mode);
 }
 
-void PanelBoard::flip(const InputState& input) {
-    const Line& line = input.line;
-    const GPIODevice device(GlobalEnv::getInstance()->resolve(GPIODevice::PATH));
-    if (device.look(line.group).kind == GPIODevice::KERNEL) {
-        throw CommandError(name("input", line) + " is a line of a real GPIO chip: close or open "
-                                                 "its contact; only simulated ones can be flipped");
-    }
-    InputState now = input;
-    m_Lines.read({&now});
-    if (!now.isReadable()) {
-        throw CommandError(name("input", line) + " cannot be flipped while it is unreadable");
-    }
-    const std::string path = device.pathOf(line.group) + "/" + std::to_string(line.bit);
-    std::fstream file(path, std::ios::in | std::ios::out); // never empty in between
-    if (!(file << 1 - now.level << std::flush)) {
-        throw CommandError(path + " cannot be written: " + std::strerror(errno));
-    }
-}
-
 std::vector<std::string> PanelBoard::letGo() {
     std::vector<std::string> texts;
     for (const auto& [id, line] : m_Triggered) {
@@ -82,9 +54,9 @@ std::vector<std::string> PanelBoard::letGo() {
         m_Lines.read({&output});
         if (!m_Operator->findRecord(line.group, line.bit).isNull()) {
             m_Outputs->cancelAlarm(id);
-            texts.push_back(name("output", line) + " was switched off with the panel");
+            texts.push_back(name(line) + " was switched off with the panel");
         } else if (output.isActive()) {
-            texts.push_back(name("output", line) + " stays on");
+            texts.push_back(name(line) + " stays on");
         }
     }
     m_Triggered.clear();

@@ -30,9 +30,8 @@ public:
     /// Changes the output's mode, which switches it off.
     void setMode(const OutputState& output, const AlarmOutMode& mode);
 
-    /// Gives the line of an input on a simulated bank the other level, as another process would.
-    /// Raises CommandError when that cannot be done.
-    void flip(const InputState& input);
+    /// As BoardLines::flip().
+    void flip(const InputState& input) { m_Lines.flip(input.line); }
 
     /// Switches off what would not end by itself without this process, and returns a line on each
     /// output that was triggered here: what was ended, and what stays on.

@@ -1,5 +1,6 @@
 #include "platform/Insight.h"
 
+#include "board/check/BoardCheck.h"
 #include "board/gpio/GPIOBankTable.h"
 #include "platform/Diagnostics.h"
 
@@ -15,6 +16,13 @@ bool Insight::findLastEdge(int /*group*/, int /*bit*/, std::int64_t& /*nanosecon
     return false; // no bank keeps them yet
 }
 
-std::vector<Cause> Insight::findDocumentErrors(bool /*linesOnly*/) {
-    return {}; // the checks are still the tool's
+std::vector<Cause> Insight::findDocumentErrors(bool linesOnly) {
+    std::vector<Cause> errors;
+    for (const Finding& finding :
+         BoardCheck::run(linesOnly ? BoardCheck::HARDWARE : BoardCheck::DOCUMENTS)) {
+        if (finding.severity == Finding::ERROR) {
+            errors.push_back({finding.subject + ": " + finding.cause, finding.file, finding.line});
+        }
+    }
+    return errors;
 }

@@ -2,7 +2,9 @@
 // long as its watch is null: the bank is not there, or its watch has said so. A watch may also be
 // there and have lines that its bank cannot have yet; that is the bank's affair. Groups, lines and
 // handler belong to the controlling thread; the detector's thread, in pass(), turns a watched group
-// into a lost one and, at every pass and at least each RETRY_INTERVAL, tries to turn it back.
+// into a lost one and, at every pass and at least each RETRY_INTERVAL, tries to turn it back. The
+// handler is called at both turns, and not in between. A line that is added may turn its group,
+// too, which is news for the lines that were there before: the next pass tells it.
 //
 // m_Mutex guards all of that. It is not held while a pass waits or the handler runs, so lines come
 // and go meanwhile, and the handler may do anything, end the detector included. A pass waits for
@@ -93,9 +95,11 @@ bool GPIODetectLoop::addLine(int group, int bit, Cause& cause) {
         return false;
     }
     Group& lines = m_Groups[group];
+    const bool isFirst = lines.bits.empty();
     lines.bits.insert(bit);
     if (lines.watch == nullptr || !lines.watch->add(bit, cause)) {
-        restore(group, lines); // if the bank is not there, pass() goes on trying
+        const bool hasTurned = restore(group, lines); // if the bank is lost, pass() goes on trying
+        lines.isNews = lines.isNews || (hasTurned && !isFirst);
     }
     eventfd_write(m_Wake.get(), 1); // a pass may be waiting without limit
     return true;
@@ -165,14 +169,17 @@ void GPIODetectLoop::endWatch(Group& group) {
     }
 }
 
+// Of a group without a watch, or with one that is lost. True when the lines may have changed: they
+// are watched now, or are not any more.
 bool GPIODetectLoop::restore(int number, Group& group) {
     Cause cause;
+    const bool wasWatched = group.watch != nullptr;
     const bool restored = beginWatch(number, group, cause);
     if (!restored) {
         endWatch(group);
     }
     m_Banks->getFaultBook().note(GPIOFaultBook::WATCH, number, 0, cause);
-    return restored;
+    return restored || wasWatched;
 }
 
 // False when the thread shall stop.
@@ -198,7 +205,7 @@ int GPIODetectLoop::timeout() {
     return shortest;
 }
 
-// True when a watched line may have changed.
+// True when a watched line may have changed, its loss and return included.
 bool GPIODetectLoop::collectChanges() {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     eventfd_t ignored = 0;
@@ -210,6 +217,7 @@ bool GPIODetectLoop::collectChanges() {
             (found == GPIOBankWatch::LOST && restore(number, group))) {
             changed = true;
         }
+        changed = std::exchange(group.isNews, false) || changed;
     }
     return changed;
 }

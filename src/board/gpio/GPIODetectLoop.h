@@ -39,6 +39,7 @@ private:
     struct Group {
         std::set<int> bits;
         std::unique_ptr<GPIOBankWatch> watch; // null while the bank is lost
+        bool isNews = false;                  // lost or restored outside a pass
     };
 
     bool makeDescriptors(Cause& cause);

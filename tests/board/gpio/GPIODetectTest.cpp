@@ -20,15 +20,14 @@ constexpr int SIGNAL = 10;
 constexpr int OUTPUT = 2;
 
 Gate s_EndlessWaits; // the polls of this program without a time limit, the detector's among them
+Gate s_OtherWaits;
 
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) int poll(pollfd* sources, nfds_t count,
                                                            int timeout) {
     static const auto original = reinterpret_cast<decltype(&poll)>(dlsym(RTLD_NEXT, "poll"));
-    if (timeout < 0) {
-        s_EndlessWaits.open();
-    }
+    (timeout < 0 ? s_EndlessWaits : s_OtherWaits).open();
     return original(sources, count, timeout);
 }
 
@@ -162,6 +161,7 @@ TEST_F(GPIODetectTest, EndsWithTheLastLevelsOfBurstsAndFindsABankThatWasGoneAlso
         expectSeen(1);
         EXPECT_TRUE(m_Log.waitFor("no ink"));
         lose();
+        expectSeen(-11);
         EXPECT_TRUE(m_Log.waitFor("group 0 cannot be watched"));
         addBank();
         EXPECT_TRUE(m_Log.waitFor("group 0 is watched again"));
@@ -211,6 +211,18 @@ TEST_F(GPIODetectTest, ALineThatIsNotThereReportsFromTheMomentItAppears) {
         EXPECT_TRUE(m_Calls.wait(calls + 1)) << group;
     }
     EXPECT_LT(s_EndlessWaits.count(), waits + 100) << "it waits no more";
+
+    const int retries = s_OtherWaits.count();
+    fs::rename(m_Board.bank(7), m_Board.root() / "bank");
+    ASSERT_TRUE(s_OtherWaits.wait(retries + 2));
+    const int calls = m_Calls.count();
+    ASSERT_TRUE(s_OtherWaits.wait(retries + 4));
+    EXPECT_EQ(m_Calls.count(), calls) << "a loss is told once";
+    EXPECT_EQ(m_Detect->stopDetect(), 0);
+    m_Board.addLine(7, 9);
+    EXPECT_EQ(m_Detect->addDetectLine(m_Pid, 7, 8), 0); // finds the bank before a thread does
+    EXPECT_EQ(m_Detect->startDetect(), 0);
+    EXPECT_TRUE(m_Calls.wait(calls + 1));
 }
 
 TEST_F(GPIODetectTest, ALineWithADebounceTimeChangesWhenItsLevelHasHeld) {
@@ -223,6 +235,10 @@ TEST_F(GPIODetectTest, ALineWithADebounceTimeChangesWhenItsLevelHasHeld) {
     std::atomic<bool> glitch{false};
     m_Action = [&] { glitch = glitch || m_Seen % 10 == 1; };
     ASSERT_EQ(m_Detect->startDetect(), 0);
+    fs::rename(m_Board.line(0, 0), m_Board.root() / "0");
+    expectSeen(-1); // what has gone does not bounce
+    fs::rename(m_Board.root() / "0", m_Board.line(0, 0));
+    expectSeen(0);
     m_Board.setLevel(0, 0, 1); // a glitch, in which line 1 makes the handler read
     m_Board.setLevel(0, 1, 1);
     expectSeen(10);

@@ -91,7 +91,10 @@ GPIOBankWatch::Finding SimulatedWatch::judge(const std::string& file) {
     if (covered == m_Files.end()) {
         return NOTHING;
     }
-    if (covered->second == 0) {
+    if (covered->second == 0 ||
+        SimulatedBank::hasHeld(m_Device + "/" + m_Entry + "/" + file,
+                               covered->second + SimulatedBank::CLOCK_TICK)) {
+        m_Due.erase(file); // a line that has gone does not bounce
         return CHANGED;
     }
     // A little longer than the bank waits, as it is to give the new level then.

@@ -75,7 +75,8 @@ void checkAbilities(Findings& findings, const XmlElement& abilities,
                     const std::optional<XmlElement>& monitors);
 
 /// Looks at the lines that the hardware configuration names: whether each belongs to one input or
-/// output, and whether the GPIO device, `device` by its real path, has it. Changes nothing. What is
-/// wrong with the device is one finding, and so is what is wrong with a bank.
+/// output, and, with `areSought`, whether the GPIO device, `device` by its real path, has it.
+/// Changes nothing. What is wrong with the device is one finding, and so is what is wrong with a
+/// bank.
 void checkLines(Findings& findings, const std::string& device,
-                const std::optional<XmlElement>& hardware);
+                const std::optional<XmlElement>& hardware, bool areSought);

@@ -1,6 +1,6 @@
-#include "DocumentCheck.h"
+#include "board/check/DocumentCheck.h"
 
-#include "Suggestion.h"
+#include "board/check/Suggestion.h"
 #include "board/documents/TextFile.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "Findings.h"
+#include "board/check/Findings.h"
 #include "board/documents/schema/HardwareSchema.h"
 #include "board/gpio/GPIODevice.h"
 #include "board/gpio/kernel/KernelChip.h"
@@ -38,13 +38,13 @@ public:
         }
     }
 
-    void check(const XmlElement& root) {
+    void check(const XmlElement& root, bool areSought) {
         std::map<int, Lines> banks;
         collect(root, false, banks);
         collect(root, true, banks);
         for (const auto& [group, lines] : banks) {
             checkIsAlone(lines, group);
-            if (m_IsUsable) {
+            if (m_IsUsable && areSought) {
                 checkBank(lines, group);
             }
         }
@@ -160,9 +160,9 @@ private:
 } // namespace
 
 void checkLines(Findings& findings, const std::string& device,
-                const std::optional<XmlElement>& hardware) {
+                const std::optional<XmlElement>& hardware, bool areSought) {
     DeviceLines lines(findings, device);
     if (hardware) {
-        lines.check(*hardware);
+        lines.check(*hardware, areSought);
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Findings.h"
+#include "board/check/Findings.h"
 
 /// Reads all documents of the board below the root directory, and its lines; starts nothing and
 /// changes nothing.
@@ -11,6 +11,12 @@ class BoardCheck {
 public:
     BoardCheck() = delete;
 
+    enum Scope {
+        EVERYTHING,
+        DOCUMENTS, ///< what they say and whether there is a device, whatever becomes of its lines
+        HARDWARE   ///< so much about the hardware configuration alone
+    };
+
     /// Everything that was found, by file and line.
-    static std::vector<Finding> run();
+    static std::vector<Finding> run(Scope scope = EVERYTHING);
 };

@@ -1,6 +1,6 @@
-#include "BoardCheck.h"
+#include "board/check/BoardCheck.h"
 
-#include "DocumentCheck.h"
+#include "board/check/DocumentCheck.h"
 #include "board/documents/ReplaceableFile.h"
 #include "board/documents/schema/AbilitySchema.h"
 #include "board/documents/schema/ClockSchema.h"
@@ -35,10 +35,13 @@ void checkIsWritable(Findings& findings, const DocumentSchema& schema) {
 
 } // namespace
 
-std::vector<Finding> BoardCheck::run() {
+std::vector<Finding> BoardCheck::run(Scope scope) {
     Findings findings;
     const auto hardware = checkOf(findings, HardwareSchema::DOCUMENT).checkXml();
-    checkLines(findings, resolve(GPIODevice::PATH), hardware);
+    checkLines(findings, resolve(GPIODevice::PATH), hardware, scope == EVERYTHING);
+    if (scope == HARDWARE) {
+        return findings.sorted();
+    }
     checkOf(findings, MachineSchema::DOCUMENT).checkIni();
     checkOf(findings, PackageSchema::DOCUMENT).checkIni();
     checkOf(findings, FileSystemSchema::DOCUMENT).checkXml();

@@ -1,4 +1,4 @@
-#include "Suggestion.h"
+#include "board/check/Suggestion.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,4 +1,4 @@
-#include "../../apps/nvrhw/check/BoardCheck.h"
+#include "board/check/BoardCheck.h"
 
 #include "board/documents/schema/AbilitySchema.h"
 #include "board/documents/schema/FileSystemSchema.h"
@@ -8,6 +8,8 @@
 #include "board/documents/schema/PackageSchema.h"
 #include "config/ConfigFileNameConst.h"
 #include "config/Monitor.h"
+#include "platform/Insight.h"
+#include "support/LogCapture.h"
 #include "support/SimulatedBoard.h"
 
 #include <regex>
@@ -61,6 +63,25 @@ TEST_F(BoardCheckTest, TellsOnceOfEachFolderThatMayNotBeUsed) {
     EXPECT_EQ(findingsWith(monitors, 0555),
               monitors + "/MonitorParamConfig.xml: warning: monitor parameters: cannot be changed: "
                          "its folder: Permission denied\n");
+}
+
+TEST_F(BoardCheckTest, ALineThatCannotBeHadIsNoErrorOfADocument) {
+    LogCapture log;
+    const auto expectErrors = [](std::size_t ofLines, std::size_t others) {
+        const std::vector<Cause> lines = Insight::findDocumentErrors(true);
+        EXPECT_EQ(lines.size(), ofLines);
+        EXPECT_EQ(Insight::findDocumentErrors(false).size(), ofLines + others);
+        return lines.empty() ? "" : lines.front().text();
+    };
+    fs::remove(m_Board.line(0, 1));
+    fs::remove_all(m_Board.bank(2));
+    expectErrors(0, 0);
+    m_Board.writeFile(AbilitySchema::DOCUMENT.path, "");
+    expectErrors(0, 1);
+    fs::remove_all(m_Board.device());
+    EXPECT_EQ(expectErrors(1, 1),
+              m_Board.device().string() + ": GPIO device: No such file or directory");
+    EXPECT_EQ(log.take(), "") << "who asks shows them";
 }
 
 TEST_F(BoardCheckTest, LooksWhereTheLibraryLooks) {

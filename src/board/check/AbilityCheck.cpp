@@ -1,4 +1,4 @@
-#include "Findings.h"
+#include "board/check/Findings.h"
 #include "board/documents/schema/AbilitySchema.h"
 #include "board/documents/schema/HardwareSchema.h"
 #include "board/documents/schema/MonitorSchema.h"

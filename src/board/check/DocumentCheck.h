@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Findings.h"
+#include "board/check/Findings.h"
 #include "board/documents/IniFile.h"
 #include "board/documents/schema/Schema.h"
 
