@@ -91,6 +91,9 @@ BoardCore::Place::~Place() {
 BoardCore::BoardCore(const BoardOptions& options)
     : m_Options(options), m_Place(options.directory), m_IsOwn(true) {
     m_Options.directory = rootDirectory();
+    if (HardwareServiceFactory::getInstance()->isRunning()) {
+        throw Error(Error::Busy, "the factory runs in this process: Board::running() is its board");
+    }
     expectDocuments();
     readLines();
     if (!options.linesOnly) {

@@ -19,7 +19,9 @@ public:
     static bool findLineFault(Operation operation, int group, int bit, Cause& cause);
 
     /// When the kernel saw the last edge of this line that it has reported: nanoseconds of
-    /// CLOCK_MONOTONIC. False, and `nanoseconds` untouched, when that is not known.
+    /// CLOCK_MONOTONIC. A level may be read a moment before its edge is known: a time that is not
+    /// after the line's last change belongs to that one. False, and `nanoseconds` untouched, when
+    /// no edge is known. Does not allocate.
     static bool findLastEdge(int group, int bit, std::int64_t& nanoseconds);
 
     /// Every error of the board's documents, and a missing GPIO device: what would end or cripple a

@@ -121,6 +121,8 @@ GlobalEnv* GlobalEnv::getInstance() {
     return environment;
 }
 int GlobalEnv::getPrintFlag() const { return 0; }
+void GlobalEnv::setRootDirectory(const string&) {}
+string GlobalEnv::getRootDirectory() const { return "/"; }
 void Logger::writeLog(const char*, const char* text, const char*, int) { note(text); }
 int SystemHelper::getPid() { return 4711; }
 void DataConverter::convert(const int& value, string& text) { text = to_string(value); }
@@ -131,7 +133,9 @@ static std::map<Line, int> levels;
 static string text(Line line) { return to_string(line.first) + "/" + to_string(line.second); }
 
 NOTED(GPIO, noexcept)
-int GPIO::init() { return (note(m_DeviceName), 0); }
+static int isDeviceThere = 0;
+void Framework::plugIn() { isDeviceThere = 1; }
+int GPIO::init() { return (note(m_DeviceName), isDeviceThere); }
 int GPIO::uninit() { return 1; }
 int GPIO::set(int group, int bit, int level) {
     return (note("set " + text({group, bit}) + "=" + to_string(level), true), 1);

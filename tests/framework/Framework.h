@@ -9,4 +9,5 @@ void note(const std::string& call, bool withLocks = false);
 std::string taken();                      ///< the notes since the last time
 void pass();                              ///< the worker, if it is started, makes one pass
 void edge(int group, int bit, int level); ///< an input changes, and its detector fires
+void plugIn();                            ///< from now on there is a GPIO device
 } // namespace Framework

@@ -5,6 +5,7 @@
 #include "service/HardwareServiceFactory.h"
 
 #include <iostream>
+#include <nvrhw/nvrhw.h>
 
 static void expect(const std::string& when, const std::string& calls) {
     const std::string made = Framework::taken();
@@ -48,7 +49,7 @@ static const char START[] =
     "startDetect ";
 
 static void inputs(Factory& factory) {
-    Listener listener;
+    static Listener listener; // for good: the framework here forgets nobody
     dynamic_cast<In&>(*factory.getService("IOAlarmInManager"))->addListener(&listener);
     const std::string read = "read under 0 0/4 0/5 ";
     const std::string event = " 11 at 1234567 under 1 ";
@@ -92,6 +93,26 @@ static void outputs(Factory& factory) {
     }
 }
 
+static void application() {
+    Framework::plugIn();
+    {
+        const nvrhw::Board board;
+        const auto watch = board.onInput(nvrhw::inPlace, [](const nvrhw::InputChange& change) {
+            Framework::note(std::to_string(change.input.id) + toText(change.state), true);
+        });
+        Framework::edge(0, 4, 1);
+        board.output(1).hold();
+    }
+    const std::string calls = Framework::taken();
+    for (const char* part :
+         {"7normal under 0 8normal under 0 ", "7alarm under 0 ", "set 1/0=1 under 0 "}) {
+        if (calls.find(part) == std::string::npos) {
+            std::cerr << "no " << part << "in " << calls << "\n";
+            std::exit(1);
+        }
+    }
+}
+
 int main() {
     {
         Factory factory;
@@ -104,5 +125,6 @@ int main() {
         expect("stop", "stopDetect ");
     }
     expect("end", "~I2CController ~GPIODetect ~NetController ~monitors ~SystemTime ");
+    application();
     std::cout << "A good morning\n";
 }

@@ -2,6 +2,7 @@
 
 #include "board/check/BoardCheck.h"
 #include "board/gpio/GPIOBankTable.h"
+#include "board/gpio/bank/GPIOEdgeTable.h"
 #include "platform/Diagnostics.h"
 
 static_assert(static_cast<int>(Insight::WATCH) == GPIOFaultBook::WATCH, "in the same order");
@@ -12,8 +13,8 @@ bool Insight::findLineFault(Operation operation, int group, int bit, Cause& caus
                                       cause);
 }
 
-bool Insight::findLastEdge(int /*group*/, int /*bit*/, std::int64_t& /*nanoseconds*/) {
-    return false; // no bank keeps them yet
+bool Insight::findLastEdge(int group, int bit, std::int64_t& nanoseconds) {
+    return GPIOEdgeTable::find(group, bit, nanoseconds);
 }
 
 std::vector<Cause> Insight::findDocumentErrors(bool linesOnly) {

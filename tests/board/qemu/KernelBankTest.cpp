@@ -1,6 +1,7 @@
 #include "board/qemu/KernelRequests.h"
 #include "board/qemu/LineObserver.h"
 #include "board/qemu/SimChip.h"
+#include "platform/Insight.h"
 #include "support/LogCapture.h"
 #include "support/SimulatedBoard.h"
 
@@ -76,6 +77,23 @@ TEST_F(KernelBankTest, ABurstOnTwoChipsEndsWithTheLevelsOfTheWiresAndABatchIsOne
     const int before = s_Requests.reads;
     EXPECT_NE(m_Gpio.get(all, states), 0);
     EXPECT_EQ(s_Requests.reads - before, 2) << "72 lines";
+}
+
+TEST_F(KernelBankTest, KnowsWhenTheKernelSawTheLastEdgeAndForgetsItWithTheChip) {
+    const auto now = [] { return Clock::now().time_since_epoch().count(); }; // CLOCK_MONOTONIC
+    LineObserver observer(m_Gpio, 1, {{0, 0}}); // whose handler nothing else calls
+    std::int64_t edge = -1;
+    for (const int level : {1, 0}) {
+        const std::int64_t before = now();
+        m_Chip.pull(0, level != 0);
+        ASSERT_TRUE(observer.waitFor({level}));
+        EXPECT_TRUE(Insight::findLastEdge(0, 0, edge));
+        EXPECT_TRUE(before <= edge && edge <= now()) << before << ", " << edge;
+    }
+    EXPECT_FALSE(Insight::findLastEdge(0, 1, edge));
+    m_Chip.remove();
+    EXPECT_TRUE(observer.waitFor({-1})); // and the detector tells of it
+    EXPECT_FALSE(Insight::findLastEdge(0, 0, edge));
 }
 
 TEST_F(KernelBankTest, WhatOverflowsTheEventBufferEndsWithTheLevelOfTheLine) {

@@ -14,6 +14,7 @@
 
 #include "board/gpio/kernel/KernelLines.h"
 
+#include "board/gpio/bank/GPIOEdgeTable.h"
 #include "board/gpio/bank/GPIOFaultBook.h"
 #include "board/gpio/bank/GPIOLineSettingsTable.h"
 
@@ -36,6 +37,7 @@ KernelLines::~KernelLines() {
     for (const auto& held : m_Requests) {
         m_Epoll.remove(held.second->getDescriptor());
     }
+    GPIOEdgeTable::forget(m_Group);
 }
 
 KernelLines::Outcome KernelLines::hold(const std::set<int>& bits) {
@@ -135,7 +137,7 @@ bool KernelLines::drive(int bit, int level, Cause& cause) {
 void KernelLines::collect() {
     for (const auto& held : m_Requests) {
         const bool first = held.first == held.second->getLines().front().bit;
-        if (first && !held.second->takeChanges(m_Changed)) {
+        if (first && !held.second->takeChanges(m_Group, m_Changed)) {
             m_IsGone = true; // a request is only ever lost with its chip
         }
     }

@@ -1,5 +1,6 @@
 #include "board/gpio/kernel/KernelRequest.h"
 
+#include "board/gpio/bank/GPIOEdgeTable.h"
 #include "board/gpio/kernel/KernelChip.h"
 
 #include <algorithm>
@@ -144,7 +145,7 @@ bool KernelRequest::drive(const GPIOLineSettings& settings, int level) {
     return true;
 }
 
-bool KernelRequest::takeChanges(std::set<int>& bits) const {
+bool KernelRequest::takeChanges(int group, std::set<int>& bits) const {
     gpio_v2_line_event events[MOST_EVENTS];
     for (int i = 0; i < MOST_READS; ++i) {
         const ssize_t size = ::read(m_Request.get(), events, sizeof(events));
@@ -153,7 +154,9 @@ bool KernelRequest::takeChanges(std::set<int>& bits) const {
         }
         const auto count = static_cast<std::size_t>(size) / sizeof(*events);
         for (std::size_t k = 0; k < count; ++k) {
-            bits.insert(static_cast<int>(events[k].offset));
+            const int bit = static_cast<int>(events[k].offset);
+            GPIOEdgeTable::note(group, bit, events[k].timestamp_ns);
+            bits.insert(bit);
         }
     }
     return true;

@@ -57,8 +57,8 @@ public:
     /// Makes the only line an output with this level, or gives the output it is this level.
     bool drive(const GPIOLineSettings& settings, int level);
 
-    /// Takes the pending changes: adds the bits of the lines.
-    bool takeChanges(std::set<int>& bits) const;
+    /// Takes the pending changes: adds the bits of the lines, and notes their times for this group.
+    bool takeChanges(int group, std::set<int>& bits) const;
 
 private:
     KernelRequest(FileDescriptor request, const std::vector<KernelLine>& lines)
