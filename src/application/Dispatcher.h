@@ -2,11 +2,11 @@
 
 #include "application/Subscription.h"
 #include "platform/Thread.h"
-#include "platform/base/ConditionVariable.h"
 #include "platform/base/Mutex.h"
 
 #include <functional>
 #include <memory>
+#include <semaphore.h>
 #include <vector>
 
 namespace nvrhw {
@@ -38,9 +38,10 @@ private:
 
     int pass() NVRHW_EXCLUDES(m_Mutex);
     bool waitForWork() NVRHW_EXCLUDES(m_Mutex);
+    void beginEnd(std::function<void()> last) NVRHW_EXCLUDES(m_Mutex);
 
     XQMutex m_Mutex;
-    ConditionVariable m_Work;
+    sem_t m_Work{}; // posted for each listing and for the end
     Subscriptions m_Ready NVRHW_GUARDED_BY(m_Mutex);
     std::function<void()> m_Last NVRHW_GUARDED_BY(m_Mutex);
     bool m_IsEnding NVRHW_GUARDED_BY(m_Mutex) = false;

@@ -4,8 +4,9 @@
 // mailboxes, and under it a new listener gets the present states. So each listener has, for each
 // input, one present state and then all changes after it, however late it comes.
 //
-// Callbacks are called with no lock at all: the dispatcher calls those of its own, released() those
-// in place. The locks are taken in the order manager, m_Mutex, subscription or dispatcher.
+// Callbacks are called with no lock at all: the dispatcher, which released() wakes, calls those of
+// its own, and released() itself those in place. The locks are taken in the order manager, m_Mutex,
+// subscription or dispatcher.
 #include "application/InputModel.h"
 
 #include "platform/Insight.h"
@@ -104,9 +105,6 @@ void InputModel::tell(const InputRecord& record) {
         }
         if (entry->second.only.value_or(record.source) == record.source) {
             told->post(record);
-            if (!told->isInPlace()) {
-                m_Dispatcher->wake(told);
-            }
         }
         ++entry;
     }
@@ -114,22 +112,30 @@ void InputModel::tell(const InputRecord& record) {
 
 void InputModel::released() {
     unsigned id = 0;
-    while (const auto told = nextInPlace(id)) {
-        told->run(std::numeric_limits<std::size_t>::max());
+    while (const auto told = nextWithMail(id)) {
+        run(told);
     }
 }
 
 // The one after `id`, which becomes its own.
-std::shared_ptr<InputModel::Told> InputModel::nextInPlace(unsigned& id) {
+std::shared_ptr<InputModel::Told> InputModel::nextWithMail(unsigned& id) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     for (auto entry = m_Listeners.upper_bound(id); entry != m_Listeners.end(); ++entry) {
         auto told = entry->second.told.lock();
-        if (told != nullptr && told->isInPlace()) {
+        if (told != nullptr && told->hasMail()) {
             id = entry->first;
             return told;
         }
     }
     return nullptr;
+}
+
+void InputModel::run(const std::shared_ptr<Told>& told) {
+    if (told->isInPlace()) {
+        told->run(std::numeric_limits<std::size_t>::max());
+    } else {
+        m_Dispatcher->wake(told);
+    }
 }
 
 std::vector<Input> InputModel::inputs() {
@@ -198,11 +204,7 @@ std::shared_ptr<Subscription> InputModel::subscribe(InputCallback callback,
         }
         m_Listeners[++m_LastListener] = {told, only};
     }
-    if (isInPlace) {
-        told->run(std::numeric_limits<std::size_t>::max());
-    } else {
-        m_Dispatcher->wake(told);
-    }
+    run(told);
     return told;
 }
 

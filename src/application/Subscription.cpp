@@ -30,7 +30,10 @@ Subscription::~Subscription() = default;
 
 bool Subscription::isInside() { return depth > 0; }
 
-bool Subscription::next() { return !m_IsEnded && take(); }
+bool Subscription::next() {
+    m_HasMail = !m_IsEnded && take();
+    return m_HasMail;
+}
 
 bool Subscription::run(std::size_t most) NVRHW_NO_THREAD_SAFETY_ANALYSIS {
     m_Mutex.Lock(SOURCE, __LINE__);

@@ -30,6 +30,9 @@ public:
     /// calls it stops: true when something is still waiting.
     bool run(std::size_t most) NVRHW_EXCLUDES(m_Mutex);
 
+    /// Whether anything may be waiting.
+    bool hasMail() const { return m_HasMail; }
+
     /// As Registration::end().
     void end() NVRHW_EXCLUDES(m_Mutex);
 
@@ -50,6 +53,7 @@ protected:
     virtual void forget() = 0;
 
     XQMutex m_Mutex;
+    std::atomic<bool> m_HasMail{false}; // changed under m_Mutex
     bool m_IsEnded NVRHW_GUARDED_BY(m_Mutex) = false;
 
 private:
@@ -76,6 +80,7 @@ public:
         const XQMutexManager guard(m_Mutex, "Subscription", __LINE__);
         if (!m_IsEnded) {
             m_Mailbox.post(record);
+            m_HasMail = true;
         }
     }
 
