@@ -61,6 +61,10 @@ class Acts(ToolTest):
 
     def test_follow_tells_what_changes(self):
         self.line(0, 3).unlink()
+        output, _ = self.start("follow", "--json", "--present", "--count", "4").communicate()
+        lost = json.loads(output.splitlines()[3])
+        self.assertEqual((lost["input"], lost["state"], lost["cause"]),
+                         (4, "unreadable", f"{self.line(0, 3)}: No such file or directory"))
         process = self.start("follow", "--present", "--count", "20")
         present = [process.stdout.readline() for _ in range(16)]
         self.assertRegex(present[2], r"^[\d-]{10} \d\d:\d\d:\d\d\.\d{3}  input 3  normal$")

@@ -71,15 +71,20 @@ void show(PanelModel& model, PanelMail& mail, const Signals& signals) {
     }
 }
 
-// What the board switches off as it closes, and what stays on.
-void tellEnd(PanelModel& model) {
+// Switches off what would not end by itself without this process, and tells of it and of what stays
+// on.
+void letGo(PanelModel& model) {
     model.refresh();
     for (const auto& [output, mode, state] : model.outputs) {
         const bool isUnfinished =
             state.operation == nvrhw::Output::Flash || state.remaining.has_value();
-        if (state.operation != nvrhw::Output::None) {
+        const bool staysOn = !isUnfinished && state.operation == nvrhw::Output::Hold;
+        if (isUnfinished || (staysOn && state.isActive)) {
+            const bool isDone = staysOn || output.rest();
             Console::print("nvrhw: output " + std::to_string(output.id) +
-                           (isUnfinished ? " was switched off with the panel\n" : " stays on\n"));
+                           (staysOn  ? " stays on\n"
+                            : isDone ? " was switched off with the panel\n"
+                                     : " could not be switched off\n"));
         }
     }
 }
@@ -94,7 +99,7 @@ void runPanel(const Signals& signals) {
     const nvrhw::Registration watch =
         board.onInput([&](const nvrhw::InputChange& change) { mail->addChange(change); });
     show(model, *mail, signals);
-    tellEnd(model);
+    letGo(model);
 }
 
 int run(const Settings& settings) {

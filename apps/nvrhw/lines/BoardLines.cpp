@@ -13,10 +13,12 @@ nvrhw::Board BoardLines::open(unsigned mailbox) try {
     options.mailbox = mailbox;
     return nvrhw::Board(options);
 } catch (const nvrhw::Error& error) {
-    const std::size_t more = error.causes().empty() ? 0 : error.causes().size() - 1;
-    throw CommandError::ofBoard(
-        (error.causes().empty() ? error.what() : error.causes().front().text()) +
-        (more > 0 ? ", and " + std::to_string(more) + " more" : ""));
+    if (error.code() != nvrhw::Error::BadBoard || error.causes().empty()) {
+        throw;
+    }
+    const std::size_t more = error.causes().size() - 1;
+    throw CommandError::ofBoard(error.causes().front().text() +
+                                (more > 0 ? ", and " + std::to_string(more) + " more" : ""));
 }
 
 nvrhw::Board BoardLines::openQuietly() {

@@ -64,12 +64,15 @@ Record describeLine(const Each& each, int level, const Cause& cause, const Fact&
 
 } // namespace
 
-// Asked one after the other, for the line may be lost or found in between: who is readable has a
-// level, and who is not has a cause.
 Record describe(const nvrhw::Input& input) {
-    const int level = input.level();
-    const Cause cause = input.cause();
-    const auto state = level < 0 ? nvrhw::Input::Unreadable : input.state();
+    int level = 0;
+    nvrhw::Input::State state{};
+    Cause cause;
+    do { // the line may be lost or found in between
+        level = input.level();
+        state = input.state();
+        cause = input.cause();
+    } while (level != input.level());
     const Fact userLevel{"userValidLevel", "USER", input.isInverted() ? 1 : 0};
     return describeLine(input, level, cause, userLevel, stateOf(state));
 }
