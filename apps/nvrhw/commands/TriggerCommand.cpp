@@ -82,8 +82,8 @@ void printResult(const OutputView& view, const std::string& result, const Settin
                    "\n");
 }
 
-/// Puts what is driven into the trace. The board tells of it in a thread of its own, which never
-/// waits here, and somewhat later: wait() is for the rest of it.
+/// Has every drive put into the trace. The board tells of it in a thread of its own, which never
+/// waits here, and somewhat later: wait() is for the rest of it. The mutex guards what was told.
 class DriveTrace {
 public:
     using Post = std::function<void(const OutputChange& change)>;
@@ -91,7 +91,7 @@ public:
     DriveTrace(const nvrhw::Board& board, const Post& post)
         : m_Drives(board.onDrive([this, post](const OutputChange& change) {
               post(change);
-              note(change.level, false);
+              note(change.kind == OutputChange::Driven ? change.level : NO_LEVEL, false);
           })),
           m_Ends(board.onOutput([this](const OutputChange& change) {
               note(NO_LEVEL, change.kind == OutputChange::Ended);
@@ -142,8 +142,8 @@ bool carryOn(const Output& output, const Signals& signals) {
 // The result in a word. When it returns the line needs nobody any more: whatever waits for a reader
 // then can be ended by a signal. What fails in between the board puts to rest as it closes: the
 // next drive may succeed, and that is the last one.
-std::string drive(const Wish& wish, const OutputView& view, DriveTrace& trace,
-                  const Signals& signals) {
+std::string carryOut(const Wish& wish, const OutputView& view, DriveTrace& trace,
+                     const Signals& signals) {
     const OutputMode& mode = view.mode;
     const bool staysOn = mode.kind == OutputMode::STEADY && mode.timeout.count() == 0;
     mode.cancel(view.output);
@@ -175,7 +175,7 @@ OutputView drive(Wish& wish, const OutputMode& mode, const Settings& settings, L
                                  "-> " + std::to_string(change.level)));
         }
     });
-    result = drive(wish, view, drives, signals);
+    result = carryOut(wish, view, drives, signals);
     view.state = view.output.state();
     return view;
 }
