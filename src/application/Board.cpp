@@ -3,6 +3,7 @@
 #include "application/BoardCore.h"
 #include "application/Subscription.h"
 #include "config/Monitor.h"
+#include "platform/Insight.h"
 
 #include <utility>
 
@@ -48,6 +49,12 @@ std::size_t indexOf(const std::vector<LineUse>& uses, const char* what, const st
                                        text + "\"; " + listed(named.empty() ? uses : named));
 }
 
+Error documentError(const std::string& what) {
+    Cause cause{"the log says why"};
+    Insight::findDocumentFault(cause);
+    return {Error::NotStored, what, {cause}};
+}
+
 constexpr char INPUT[] = "input ";
 constexpr char OUTPUT[] = "output ";
 
@@ -86,16 +93,15 @@ const NVRDeviceAbility& Board::abilities() const { return m_Core->abilities(); }
 std::vector<MonitorParam> Board::monitors() const {
     std::vector<MonitorParam> params;
     if (::Monitor().getAllMonitorParam(params) == 0) {
-        throw Error(Error::NotStored, "the monitors' parameters cannot be read; the log says why");
+        throw documentError("the monitors' parameters cannot be read");
     }
     return params;
 }
 
 Result Board::setMonitor(const MonitorParam& param) const {
     if (::Monitor().setMonitorParam(param) != 1) {
-        return Error(Error::NotStored, "the parameters of monitor " +
-                                           std::to_string(param.getMonitorId()) +
-                                           " cannot be stored; the log says why");
+        return documentError("the parameters of monitor " + std::to_string(param.getMonitorId()) +
+                             " cannot be stored");
     }
     return {};
 }

@@ -40,7 +40,10 @@ Error unusable(std::vector<Cause> causes) {
 // Where a document is wrong Insight has told all of it; this is for a framework that knows nothing.
 void expectRead(int result, const char* what) {
     if (result == 0) {
-        throw unusable({{std::string(what) + " cannot be read; the log says why"}});
+        Cause cause{"the log says why"};
+        Insight::findDocumentFault(cause);
+        cause.what.insert(0, std::string(what) + " cannot be read: ");
+        throw unusable({cause});
     }
 }
 

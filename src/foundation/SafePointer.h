@@ -152,11 +152,16 @@ private:
         ~HandBack() {
             pointer.m_Pointer = nullptr;
             if (isLast) {
-                RefCountManager::getInstance()->returnbackRefCount(pointer.m_RefCount, typeName());
+                pointer.returnRecord();
             }
             pointer.m_RefCount->unLock();
         }
     };
+
+    // Out of line, so that what every release does stays small enough to be inlined.
+    [[gnu::noinline]] void returnRecord() {
+        RefCountManager::getInstance()->returnbackRefCount(m_RefCount, typeName());
+    }
 
     /// Adopts a reference that was already taken.
     SafePointer(T* object, ref_count* record) : m_Pointer(object), m_RefCount(record) {}

@@ -62,7 +62,10 @@ TEST_F(BoardTest, OpensOneAfterTheOtherAndTellsOfItsDocuments) {
         EXPECT_TRUE(board.setMonitor(monitors.front()));
         EXPECT_EQ(board.monitors().front().getBrightness(), 30 + round);
         monitors.front().setBrightness(1000);
-        EXPECT_FALSE(board.setMonitor(monitors.front()));
+        const nvrhw::Result refused = board.setMonitor(monitors.front());
+        ASSERT_FALSE(refused);
+        EXPECT_EQ(refused.error().causes().at(0).what,
+                  "monitor 0: brightness must be from 0 to 100, not 1000");
         EXPECT_EQ(errorOf([&] { Board{root}; }).code(), Error::Busy);
     }
     EXPECT_EQ(GlobalEnv::getInstance()->getRootDirectory(), before);

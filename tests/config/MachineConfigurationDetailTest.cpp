@@ -40,12 +40,13 @@ TEST_F(SampleBoard, DetailStopsAtTheFirstUnreadableFile) {
     EXPECT_EQ(m_Detail.init(), 0);
     m_Log.expectOne({"hardwareConfig.xml:1: H has no element GPIOAlarmOut"});
     EXPECT_EQ(count(m_Detail.getAlarmInConfigItemList()), 0);
-    testing::internal::CaptureStdout(); // an empty pointer is reported there
+    testing::internal::CaptureStdout(); // an empty pointer is reported there, and logged
     for (const auto list : {&Detail::getAlarmOutConfigItemList, &Detail::getLEDConfigItemList,
                             &Detail::getRS232ConfigItemList, &Detail::getRS485ConfigItemList}) {
         EXPECT_THROW((m_Detail.*list)(), XQRuntimeError);
     }
     testing::internal::GetCapturedStdout();
+    m_Log.expect(4, {"SafePointer: 22HardwareConfigItemList Construct from NULL <T>pointer"});
     write(Files::getHardwareConfigFileName(), "<H><GPIOAlarmIn/><GPIOAlarmOut/></H>");
     EXPECT_EQ(m_Detail.init(), 0);
     m_Log.expectOne({"machineinfo.ini:1: neither"});

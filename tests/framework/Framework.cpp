@@ -174,6 +174,7 @@ void Framework::edge(int group, int bit, int level) {
 
 // What it knows beyond the results: nothing.
 bool Insight::findLineFault(Operation, int, int, Cause&) { return false; }
+bool Insight::findDocumentFault(Cause&) { return false; }
 bool Insight::findLastEdge(int, int, std::int64_t&) { return false; }
 vector<Cause> Insight::findDocumentErrors(bool) { return {}; }
 

@@ -1,6 +1,7 @@
 #include "platform/Insight.h"
 
 #include "board/check/BoardCheck.h"
+#include "board/documents/ConfigError.h"
 #include "board/gpio/GPIOBankTable.h"
 #include "board/gpio/bank/GPIOEdgeTable.h"
 #include "platform/Diagnostics.h"
@@ -11,6 +12,14 @@ bool Insight::findLineFault(Operation operation, int group, int bit, Cause& caus
     const auto banks = GPIOBankTable::of(GlobalEnv::getInstance()->resolve(GPIODevice::PATH));
     return banks->getFaultBook().find(static_cast<GPIOFaultBook::Operation>(operation), group, bit,
                                       cause);
+}
+
+bool Insight::findDocumentFault(Cause& cause) {
+    const Cause& fault = ConfigError::lastFault();
+    if (fault) {
+        cause = fault;
+    }
+    return static_cast<bool>(fault);
 }
 
 bool Insight::findLastEdge(int group, int bit, std::int64_t& nanoseconds) {

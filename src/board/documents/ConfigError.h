@@ -26,11 +26,22 @@ public:
     const Cause& cause() const { return m_Cause; }
     const std::string& subject() const { return m_Subject; }
 
-    /// Does a reader's work: 1, or 0 with the cause in the log.
+    /// Does a reader's work: 1, or 0 with the cause in the log and in lastFault().
     template <typename Action>
     static int guard(const char* subject, const char* file, int line, Action action) {
-        return guarded<ConfigError>(subject, file, line, action);
+        lastFault() = Cause();
+        return guarded<ConfigError>(subject, file, line, [&] {
+            try {
+                action();
+            } catch (const ConfigError& error) {
+                lastFault() = error.cause();
+                throw;
+            }
+        });
     }
+
+    /// Of this thread's last guarded work; empty when it was done.
+    static Cause& lastFault();
 
 private:
     static std::string textOf(Cause cause, const std::string& subject) {
