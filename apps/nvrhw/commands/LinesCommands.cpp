@@ -28,6 +28,7 @@ void printOne(const Record& record, const Settings& settings) {
 
 std::vector<OutputView> look(const std::vector<nvrhw::Output>& outputs) {
     std::vector<OutputView> views;
+    views.reserve(outputs.size());
     for (const nvrhw::Output& output : outputs) {
         views.push_back({output, {}, output.state()});
     }
