@@ -29,16 +29,13 @@ TEST(Table, IsCutInItsLongestTextsAndOnlyForATerminal) {
     EXPECT_NE(table.text(true, 0).find("\033[1mNAME"), std::string::npos);
 }
 
-TEST(BoardLines, TellOfTheirFaultsWithoutLosingOtherRecords) {
-    const SimulatedBoard board{NVRHW_SAMPLE_BOARD};
-    std::filesystem::remove(board.line(0, 0));
+TEST(BoardLines, AreOpenedWithoutRecordsOfTheirFaultsAndWithAllOthers) {
+    const SimulatedBoard files{NVRHW_SAMPLE_BOARD};
+    std::filesystem::remove(files.line(0, 0));
     LogBook::open();
-    const BoardLines lines;
-    InputState state;
-    state.line = lines.input("1");
+    const nvrhw::Board board = BoardLines::openQuietly();
     Logger::writeLog("Clock", "kept", "test", 1);
-    lines.read({&state});
-    EXPECT_NE(state.cause.find("No such file"), std::string::npos) << state.cause;
+    EXPECT_NE(board.input(1).cause().text().find("No such file"), std::string::npos);
     EXPECT_EQ(LogBook::take(), std::vector<std::string>{"kept"});
     Logger::setSink({});
 }

@@ -61,16 +61,23 @@ class Acts(ToolTest):
 
     def test_follow_tells_what_changes(self):
         self.line(0, 3).unlink()
-        process = self.start("follow", "--present", "--count", "18")
-        present = [process.stdout.readline() for _ in range(15)]
-        self.assertRegex(present[2], r"^[\d-]{10}( +\d\d:\d\d:\d\d){2}\.\d{3}  input 3  normal$")
+        output, _ = self.start("follow", "--json", "--present", "--count", "4").communicate()
+        lost = json.loads(output.splitlines()[3])
+        self.assertEqual((lost["input"], lost["state"], lost["cause"]),
+                         (4, "unreadable", f"{self.line(0, 3)}: No such file or directory"))
+        process = self.start("follow", "--present", "--count", "20")
+        present = [process.stdout.readline() for _ in range(16)]
+        self.assertRegex(present[2], r"^[\d-]{10} \d\d:\d\d:\d\d\.\d{3}  input 3  normal$")
+        self.assertIn(f"  input 4  unreadable  {self.line(0, 3)}: No such file", present[3])
         self.assertIn("warning: group 0, bit 3 cannot be read", process.stderr.readline())
         for level, state in ("1", "alarm"), ("0", "normal"):
             self.line(1, 6).write_text({"alarm": "0", "normal": "1"}[state])
             self.assertRegex(process.stdout.readline(), rf"  input 15  {state}\n$")
         self.line(0, 3).write_text("0\n")  # is back
+        self.assertRegex(process.stdout.readline(), "  input 4  normal\n$")
+        self.line(0, 3).unlink()
         output, errors = process.communicate(timeout=DEADLINE)
-        self.assertRegex(output, "input 4  normal")
+        self.assertRegex(output, "  input 4  unreadable  .*No such file")
         self.assertEqual((process.returncode, "can be read again" in errors), (0, True))
 
     def follow(self, **options):

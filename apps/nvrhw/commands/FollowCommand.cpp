@@ -1,5 +1,11 @@
+// The board's thread prints each message itself: while the reader of the program is stopped it
+// waits for that one, and what comes meanwhile waits in the board's mailbox. The main thread waits
+// for whatever ends the program. Either of them opens the end, which both see: never may a message
+// that waits for its reader keep the program from ending.
+
+#include "application/MomentText.h"
 #include "commands/Commands.h"
-#include "lines/AlarmMailbox.h"
+#include "lines/BoardLines.h"
 #include "print/Console.h"
 #include "print/Duration.h"
 #include "print/LogBook.h"
@@ -7,19 +13,22 @@
 #include "print/Table.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <chrono>
+#include <ctime>
+#include <exception>
 #include <limits>
 #include <poll.h>
-#include <utility>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using nvrhw::Input;
+using nvrhw::InputChange;
+using nvrhw::WallTime;
 
-constexpr std::int64_t LONGEST_TIMEOUT = 24LL * 24 * 3600 * 1000; // milliseconds
-constexpr std::size_t MOST_EVENTS = 100000; // kept for a reader that has stopped
-constexpr double SECOND = 1000.0;           // milliseconds
+constexpr std::int64_t LONGEST_TIMEOUT = 24LL * 24 * 3600 * 1000; // milliseconds, for poll()
+constexpr unsigned MOST_CHANGES = 10000; // kept for a reader that has stopped
 
 struct Wish {
     int count = 0;
@@ -27,34 +36,50 @@ struct Wish {
     bool withPresent = false;
 };
 
-// For poll(): -1 when there is no end.
-int millisecondsUntil(Clock::time_point end) {
+// Seconds since 1970, in milliseconds.
+double secondsOf(WallTime time) {
     using namespace std::chrono;
-    if (end == Clock::time_point::max()) {
-        return -1;
-    }
-    const auto left = ceil<milliseconds>(end - Clock::now()).count();
-    return static_cast<int>(std::clamp<std::int64_t>(left, 0, std::numeric_limits<int>::max()));
+    const auto whole = floor<milliseconds>(time.time_since_epoch());
+    return static_cast<double>(whole.count()) / 1000.0;
 }
 
-Record describe(const Event& event, const BoardLines& lines) {
-    std::string name;
-    for (const Line& line : lines.inputs()) {
-        name = name.empty() && line.id == event.inputId ? line.name : name;
-    }
-    const bool isAlarm = event.kind == Event::ALARM;
-    const std::string padding = isAlarm && !name.empty() ? " " : "";
-    const std::string state = isAlarm ? "alarm" : "normal";
-    const double received = static_cast<double>(event.received) / SECOND;
-    return {Fact{"time", "TIME", event.time}.says(event.dateText()),
-            Fact{"received", "RECEIVED", received}.says(event.receivedText()),
-            Fact{"input", "INPUT", event.inputId}.says("input " + std::to_string(event.inputId)),
-            Fact{"state", "STATE", state}.says(state + padding, isAlarm ? BAD : GOOD),
-            {"name", "NAME", name}};
+std::string dateText(WallTime time) {
+    const std::time_t second =
+        std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
+    std::tm local{};
+    localtime_r(&second, &local);
+    char text[16];
+    std::strftime(text, sizeof text, "%Y-%m-%d ", &local);
+    return text + nvrhw::clockText(time);
 }
 
-void print(const Event& event, const BoardLines& lines, const Settings& settings) {
-    const Record record = describe(event, lines);
+Record describe(const InputChange& change) {
+    const std::string state = nvrhw::toText(change.state);
+    const std::string padding =
+        change.state == Input::Alarm && !change.input.name.empty() ? " " : "";
+    const Style style = change.state == Input::Alarm    ? BAD
+                        : change.state == Input::Normal ? GOOD
+                                                        : DOUBTFUL;
+    const int id = change.input.id;
+    Record record{
+        Fact{"time", "TIME", secondsOf(change.time.wall)}.says(dateText(change.time.wall)),
+        {"received", "", secondsOf(nvrhw::Moment::now().wall)},
+        Fact{"input", "INPUT", id}.says("input " + std::to_string(id)),
+        Fact{"state", "STATE", state}.says(state + padding, style),
+        {"name", "NAME", std::string(change.input.name)}};
+    if (change.cause) {
+        record.push_back({"cause", "CAUSE", change.cause.text()});
+    }
+    if (change.leftOut > 0) {
+        const int count = static_cast<int>(change.leftOut);
+        const std::string words = "(" + std::to_string(count) + " changes before it left out)";
+        record.push_back(Fact{"leftOut", "LEFT OUT", count}.says(words));
+    }
+    return record;
+}
+
+void print(const InputChange& change, const Settings& settings) {
+    const Record record = describe(change);
     if (settings.json) {
         Console::printLine(record);
     } else {
@@ -64,63 +89,81 @@ void print(const Event& event, const BoardLines& lines, const Settings& settings
     }
 }
 
-// Waits until there is a message in `mail` that can be written; false when it is time to end.
-// Signals are answered even while the reader of the program is stopped, and the mailbox counts what
-// has no room meanwhile.
-bool waitForMessage(AlarmMailbox& mailbox, AlarmMailbox::Mail& mail, const Signals& signals,
-                    Clock::time_point end) {
-    for (;;) {
-        if (mail.events.empty()) {
-            mail = mailbox.take();
+class Follower {
+public:
+    Follower(const Wish& wish, const Settings& settings)
+        : m_Wish(wish), m_Settings(settings), m_End(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+    ~Follower() { close(m_End); }
+    Follower(const Follower&) = delete;
+    Follower& operator=(const Follower&) = delete;
+
+    /// In the board's thread.
+    void tell(const InputChange& change) {
+        if (change.isPresent && !m_Wish.withPresent) {
+            return;
         }
-        if (const std::size_t lost = std::exchange(mail.lost, 0); lost > 0) {
-            Console::complain(std::to_string(lost) +
-                              " messages are lost: nobody read them in time");
+        pollfd files[] = {{m_End, POLLIN, 0}, {Console::file(), POLLOUT, 0}};
+        poll(files, std::size(files), -1);
+        if (files[0].revents != 0) {
+            return;
         }
-        const bool isEmpty = mail.events.empty();
-        const short wanted = isEmpty ? 0 : POLLOUT;
-        pollfd files[] = {{signals.file(), POLLIN, 0},
-                          {Console::file(), wanted, 0},
-                          {isEmpty ? mailbox.file() : -1, POLLIN, 0}};
-        const int ready = poll(files, std::size(files), millisecondsUntil(end));
-        if ((files[1].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0) {
+        try {
+            print(change, m_Settings);
+            ++m_Printed;
+        } catch (...) {
+            m_Failure = std::current_exception();
+        }
+        if (m_Failure != nullptr || m_Printed == m_Wish.count) {
+            openEnd();
+        }
+    }
+
+    /// In the main thread, until a signal, the last message, a failure, the time, or the end of the
+    /// reader.
+    void waitForEnd(const Signals& signals) const {
+        pollfd files[] = {{signals.file(), POLLIN, 0}, {m_End, POLLIN, 0}, {Console::file(), 0, 0}};
+        poll(files, std::size(files), m_Wish.timeout > 0 ? static_cast<int>(m_Wish.timeout) : -1);
+        openEnd();
+        static_cast<void>(signals.take()); // which has done its work
+        if ((files[2].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0) {
             throw ReaderGone();
         }
-        if (ready == 0 || signals.take() != 0) {
-            return false;
+    }
+
+    /// When nothing is told any more.
+    void expectDone() const {
+        if (m_Failure != nullptr) {
+            std::rethrow_exception(m_Failure);
         }
-        if ((files[1].revents & POLLOUT) != 0) {
-            return true;
+        if (m_Printed < m_Wish.count) {
+            throw CommandError("ended after " + std::to_string(m_Printed) + " of " +
+                               std::to_string(m_Wish.count) + " messages");
         }
     }
-}
+
+private:
+    void openEnd() const { eventfd_write(m_End, 1); }
+
+    const Wish m_Wish;
+    const Settings m_Settings;
+    const int m_End; // readable from the end on
+    int m_Printed = 0;
+    std::exception_ptr m_Failure{};
+};
 
 int run(const Wish& wish, const Settings& settings) {
-    const Clock::time_point end = wish.timeout == 0
-                                      ? Clock::time_point::max()
-                                      : Clock::now() + std::chrono::milliseconds(wish.timeout);
     const Signals signals;
-    const BoardLines lines;
-    AlarmMailbox mailbox(MOST_EVENTS);
-    const AlarmWatch watch(lines, mailbox, wish.withPresent);
-    if (!watch.isWatching()) {
-        throw CommandError("the inputs cannot be watched: " + LogBook::takeCause("no cause given"));
-    }
+    const nvrhw::Board board = BoardLines::open(MOST_CHANGES);
     LogBook::follow();
     if (!settings.json && Console::isTerminal()) {
         Console::complain("following the alarm inputs; Ctrl-C ends it");
     }
-    AlarmMailbox::Mail mail;
-    int printed = 0;
-    for (; (wish.count == 0 || printed < wish.count) && waitForMessage(mailbox, mail, signals, end);
-         ++printed) {
-        print(mail.events.front(), lines, settings);
-        mail.events.pop_front();
-    }
-    if (printed < wish.count) {
-        throw CommandError("ended after " + std::to_string(printed) + " of " +
-                           std::to_string(wish.count) + " messages");
-    }
+    Follower follower(wish, settings);
+    nvrhw::Registration watch =
+        board.onInput([&](const InputChange& change) { follower.tell(change); });
+    follower.waitForEnd(signals);
+    watch.end();
+    follower.expectDone();
     return 0;
 }
 
@@ -136,12 +179,14 @@ void addAs(Commands& commands, const std::string& name, const std::string& group
                         "End after this time: seconds, or such as 500ms, 1m");
     app.add_flag("--present", wish->withPresent, "Begin with the present state of every input");
     app.footer(
-        "A message has two times: its own, the second in which the library saw the change, and\n"
-        "when this program received it, with milliseconds. With --json each message is an object\n"
-        "on a line of its own, written at once; \"time\" and \"received\" are seconds since "
-        "1970:\n\n"
+        "An input that cannot be read is told as unreadable, with the cause, and again when it is\n"
+        "back. With --json each message is an object on a line of its own, written at once;\n"
+        "\"time\" (of the change) and \"received\" (by this program) are seconds since 1970:\n\n"
         "  nvrhw follow --json | mosquitto_pub -h broker -t recorder/alarms -l\n\n"
-        "The command ends with Ctrl-C, and when its reader goes away. With both --count and\n"
+        "For a reader that is too slow the changes of an input before its latest one are left "
+        "out,\n"
+        "and counted in \"leftOut\". It ends with Ctrl-C, and when its reader goes away. With both "
+        "--count and\n"
         "--timeout, fewer messages than asked for end it with status 1.");
 }
 

@@ -1,7 +1,8 @@
 #include "commands/Commands.h"
+#include "config/MachineConfigurationDetail.h"
 #include "config/Monitor.h"
 #include "generate/Generated.h"
-#include "lines/BoardLines.h"
+#include "platform/HardwareConfigure.h"
 #include "print/Console.h"
 
 #include <CLI/CLI.hpp>
@@ -18,9 +19,14 @@ std::string ids(const std::string& what) {
         }
         return text;
     }
-    const BoardLines lines;
-    for (const Line& line : what == "inputs" ? lines.inputs() : lines.outputs()) {
-        text += std::to_string(line.id) + "\n";
+    MachineConfigurationDetail detail; // who completes a word must not open lines for it
+    if (detail.initHardwareConfig() != 0) {
+        for (const auto& item : (what == "inputs" ? detail.getAlarmInConfigItemList()
+                                                  : detail.getAlarmOutConfigItemList())
+                                    ->getHardwareConfigItemList()) {
+            text +=
+                std::to_string(dynamic_pointer_cast<GPIOSignalConfigItem>(item)->getId()) + "\n";
+        }
     }
     return text;
 }

@@ -1,7 +1,7 @@
-#include "alarm/IOAlarmInManager.h"
 #include "commands/Commands.h"
 #include "config/ConfigFileNameConst.h"
 #include "lines/BoardLines.h"
+#include "lines/LineFacts.h"
 #include "platform/Diagnostics.h"
 #include "print/Console.h"
 #include "print/Table.h"
@@ -18,29 +18,6 @@ struct Trial {
     int level = NO_LEVEL;
 };
 
-template <typename State>
-std::vector<State> readAll(const BoardLines& lines, const std::vector<Line>& wanted) {
-    std::vector<State> states(wanted.size());
-    std::vector<LineState*> bare;
-    for (std::size_t i = 0; i < states.size(); ++i) {
-        states[i].line = wanted[i];
-        bare.push_back(&states[i]);
-    }
-    lines.read(bare);
-    return states;
-}
-
-// Judged as this manager does.
-std::vector<Record> describeInputs(const BoardLines& lines, const std::vector<Line>& wanted,
-                                   const SafePointer<IOAlarmInManager>& manager) {
-    std::vector<InputState> inputs = readAll<InputState>(lines, wanted);
-    for (InputState& input : inputs) {
-        manager->getValidLevel(input.line.id, input.userLevel);
-        input.judge();
-    }
-    return describeAll(inputs, describe);
-}
-
 void printOne(const Record& record, const Settings& settings) {
     if (settings.json) {
         Console::printDocument(record);
@@ -49,62 +26,63 @@ void printOne(const Record& record, const Settings& settings) {
     }
 }
 
+std::vector<OutputView> look(const std::vector<nvrhw::Output>& outputs) {
+    std::vector<OutputView> views;
+    views.reserve(outputs.size());
+    for (const nvrhw::Output& output : outputs) {
+        views.push_back({output, {}, output.state()});
+    }
+    return views;
+}
+
 int runInputs(const Settings& settings) {
-    const BoardLines lines;
-    Table::printList(describeInputs(lines, lines.inputs(), lines.makeManager<IOAlarmInManager>()),
-                     settings.json);
+    Table::printList(describeAll(BoardLines::openQuietly().inputs(), describe), settings.json);
     return 0;
 }
 
 int runOutputs(const Settings& settings) {
-    const BoardLines lines;
-    Table::printList(describeAll(readAll<OutputState>(lines, lines.outputs()), describe),
-                     settings.json);
+    const nvrhw::Board board = BoardLines::openQuietly();
+    Table::printList(describeAll(look(board.outputs()), describe), settings.json);
     return 0;
 }
 
 int runInput(const std::string& which, const Settings& settings) {
-    const BoardLines lines;
-    const auto manager = lines.makeManager<IOAlarmInManager>();
-    printOne(describeInputs(lines, {lines.input(which)}, manager).front(), settings);
+    printOne(describe(BoardLines::openQuietly().input(which)), settings);
     return 0;
 }
 
 int runOutput(const std::string& which, const Settings& settings) {
-    const BoardLines lines;
-    printOne(describe(readAll<OutputState>(lines, {lines.output(which)}).front()), settings);
+    const nvrhw::Board board = BoardLines::openQuietly();
+    printOne(describe(look({board.output(which)}).front()), settings);
     return 0;
 }
 
+// What the flip has made of the input is seen at once by a board that is opened after it.
 int runFlip(const std::string& which, const Settings& settings) {
-    const BoardLines lines;
-    const Line& line = lines.input(which);
-    const int level = lines.flip(line);
+    const nvrhw::Input input = BoardLines::openQuietly().input(which);
+    const int level = BoardLines::flip(input);
     if (settings.json) {
-        const auto manager = lines.makeManager<IOAlarmInManager>();
-        printOne(describeInputs(lines, {line}, manager).front(), settings);
-        return 0;
+        return runInput(which, settings);
     }
-    Console::print("input " + std::to_string(line.id) + ": flipped, its level is " +
+    Console::print("input " + std::to_string(input.id) + ": flipped, its level is " +
                    std::to_string(level) + "\n");
     return 0;
 }
 
 int runValidLevel(const Trial& trial, const Settings& settings) {
-    const BoardLines lines;
-    const Line& line = lines.input(trial.which);
-    SafePointer<IOAlarmInManager> manager = lines.makeManager<IOAlarmInManager>();
+    const nvrhw::Board board = BoardLines::openQuietly();
+    const nvrhw::Input input = board.input(trial.which);
     if (trial.level != NO_LEVEL) {
-        manager->setValidLevel(line.id, trial.level);
+        input.setInverted(trial.level != 0);
     }
-    Record record = describeInputs(lines, {line}, manager).front();
+    Record record = describe(input);
     record.push_back({"stored", "", false});
     printOne(record, settings);
     if (trial.level != NO_LEVEL && !settings.json) {
         const std::string file =
             GlobalEnv::getInstance()->resolve(ConfigFileNameConst::getHardwareConfigFileName());
         Console::print("A trial: nothing is stored. For good, change validLevel of item " +
-                       std::to_string(line.id) + " in\n" + Text::harmless(file) + ".\n");
+                       std::to_string(input.id) + " in\n" + Text::harmless(file) + ".\n");
     }
     return 0;
 }
@@ -158,6 +136,6 @@ void addValidLevel(Commands& commands) {
     app.footer(
         "A user valid level belongs to one process and ends with it: nothing stores it. LEVEL is\n"
         "therefore a trial. It changes neither the configuration nor a running recorder, which\n"
-        "sets its own with IOAlarmInManager::setValidLevel(). For good, change validLevel in the\n"
+        "sets its own with Input::setInverted(). For good, change validLevel in the\n"
         "hardware configuration.");
 }

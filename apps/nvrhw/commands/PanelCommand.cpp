@@ -1,5 +1,5 @@
 #include "commands/Commands.h"
-#include "panel/PanelBoard.h"
+#include "lines/BoardLines.h"
 #include "panel/PanelControl.h"
 #include "panel/PanelView.h"
 #include "platform/Diagnostics.h"
@@ -8,7 +8,7 @@
 #include "print/Signals.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
+#include <memory>
 #include <poll.h>
 #include <unistd.h>
 
@@ -17,36 +17,25 @@ namespace {
 constexpr int BUSY_MILLISECONDS = 100; // between two looks at outputs that change by themselves
 constexpr int IDLE_MILLISECONDS = 250; // for lines that others change, and the clock
 
-/// While it lives the library's log records go to the mailbox, which a late one may keep alive.
-class LogToMailbox {
+/// While it lives the library's log records go to the mail, which a late one may keep alive.
+class LogToMail {
 public:
-    explicit LogToMailbox(const std::shared_ptr<AlarmMailbox>& mailbox) {
+    explicit LogToMail(const std::shared_ptr<PanelMail>& mail) {
         for (const std::string& text : LogBook::take()) {
-            mailbox->addLog(text);
+            mail->addLog(text);
         }
-        Logger::setSink([mailbox](const LogRecord& record) { mailbox->addLog(record.text); });
+        Logger::setSink([mail](const LogRecord& record) { mail->addLog(record.text); });
     }
-    ~LogToMailbox() { LogBook::open(); }
-    LogToMailbox(const LogToMailbox&) = delete;
-    LogToMailbox& operator=(const LogToMailbox&) = delete;
+    ~LogToMail() { LogBook::open(); }
+    LogToMail(const LogToMail&) = delete;
+    LogToMail& operator=(const LogToMail&) = delete;
 };
 
-// When it is not known: which board it is.
-std::string machineName(const BoardLines& lines) {
-    const SafePointer<MachineConfigurationDetail>& detail = lines.detail();
-    const bool isRead = detail->initMachineInfo() != 0; // if not the library logs why
-    const std::string model = isRead ? detail->getMachineInfo().getModel() : "";
-    return model.empty() ? GlobalEnv::getInstance()->getRootDirectory() : model;
-}
-
 // Waits for keys, signals, what the library tells, and time; false when the terminal has gone.
-bool wait(const PanelModel& model, const Signals& signals, const AlarmMailbox& mailbox) {
+bool wait(const PanelModel& model, const Signals& signals, const PanelMail& mail) {
     pollfd files[] = {
-        {STDIN_FILENO, POLLIN, 0}, {signals.file(), POLLIN, 0}, {mailbox.file(), POLLIN, 0}};
-    const bool isBusy =
-        std::any_of(model.outputs.begin(), model.outputs.end(),
-                    [](const OutputState& each) { return each.operation != OutputState::NONE; });
-    poll(files, 3, isBusy ? BUSY_MILLISECONDS : IDLE_MILLISECONDS);
+        {STDIN_FILENO, POLLIN, 0}, {signals.file(), POLLIN, 0}, {mail.file(), POLLIN, 0}};
+    poll(files, std::size(files), model.isBusy() ? BUSY_MILLISECONDS : IDLE_MILLISECONDS);
     return (files[0].revents & (POLLHUP | POLLERR | POLLNVAL)) == 0;
 }
 
@@ -63,38 +52,54 @@ bool takeSignals(const Signals& signals, PanelScreen& screen) {
     return true;
 }
 
-void show(PanelBoard& board, PanelModel& model, AlarmMailbox& mailbox, const Signals& signals) {
+void show(PanelModel& model, PanelMail& mail, const Signals& signals) {
     PanelScreen screen;
     PanelFocus focus;
     PanelView view(screen, model, focus);
-    PanelControl control(board, model, focus);
+    PanelControl control(model, focus);
     bool goesOn = true;
     while (goesOn) {
-        const int count = model.receive(mailbox.take());
+        const int count = model.receive(mail.take());
         focus.messagesBelow += focus.messagesBelow > 0 ? count : 0; // their reader keeps the rows
-        board.refresh(model);
+        model.refresh();
         view.draw();
-        goesOn = wait(model, signals, mailbox) && takeSignals(signals, screen);
+        goesOn = wait(model, signals, mail) && takeSignals(signals, screen);
         for (int key = 0; goesOn && screen.readKey(key);) {
             goesOn = control.press(key, view.isShown());
-            board.refresh(model); // the next key may build on what this one did
+            model.refresh(); // the next key may build on what this one did
         }
     }
 }
 
-// Until its user or a signal ends it, or the terminal has gone. Then says what was switched off
-// with it, and what stays on.
-void runPanel(const BoardLines& lines, const Signals& signals) {
-    GlobalEnv::getInstance()->setPrintFlag(0); // the terminal is the picture's
-    const auto mailbox = std::make_shared<AlarmMailbox>(PanelModel::MOST_MESSAGES);
-    const LogToMailbox log(mailbox);
-    PanelModel model(lines);
-    model.machine = machineName(lines);
-    PanelBoard board(lines, *mailbox);
-    show(board, model, *mailbox, signals);
-    for (const std::string& text : board.letGo()) {
-        Console::print("nvrhw: " + text + "\n");
+// Switches off what would not end by itself without this process, and tells of it and of what stays
+// on.
+void letGo(PanelModel& model) {
+    model.refresh();
+    for (const auto& [output, mode, state] : model.outputs) {
+        const bool isUnfinished =
+            state.operation == nvrhw::Output::Flash || state.remaining.has_value();
+        const bool staysOn = !isUnfinished && state.operation == nvrhw::Output::Hold;
+        if (isUnfinished || (staysOn && state.isActive)) {
+            const bool isDone = staysOn || output.rest();
+            Console::print("nvrhw: output " + std::to_string(output.id) +
+                           (staysOn  ? " stays on\n"
+                            : isDone ? " was switched off with the panel\n"
+                                     : " could not be switched off\n"));
+        }
     }
+}
+
+// Until its user or a signal ends it, or the terminal has gone.
+void runPanel(const Signals& signals) {
+    GlobalEnv::getInstance()->setPrintFlag(0); // the terminal is the picture's
+    const auto mail = std::make_shared<PanelMail>(PanelModel::MOST_MESSAGES);
+    const LogToMail log(mail);
+    const nvrhw::Board board = BoardLines::open();
+    PanelModel model(board);
+    const nvrhw::Registration watch =
+        board.onInput([&](const nvrhw::InputChange& change) { mail->addChange(change); });
+    show(model, *mail, signals);
+    letGo(model);
 }
 
 int run(const Settings& settings) {
@@ -106,7 +111,7 @@ int run(const Settings& settings) {
                            "`nvrhw follow`, `inputs`, `outputs` and `trigger`");
     }
     const Signals signals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGWINCH};
-    runPanel(BoardLines(), signals);
+    runPanel(signals);
     return 0;
 }
 

@@ -1,6 +1,6 @@
 #include "commands/Commands.h"
-#include "gpio/GPIOOperateRecord.h"
-#include "lines/OutputDrive.h"
+#include "lines/BoardLines.h"
+#include "lines/LineFacts.h"
 #include "print/Console.h"
 #include "print/Duration.h"
 #include "print/LineWriter.h"
@@ -8,124 +8,191 @@
 
 #include <CLI/CLI.hpp>
 #include <cmath>
+#include <condition_variable>
 #include <cstdio>
+#include <functional>
+#include <mutex>
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+using nvrhw::Output;
+using nvrhw::OutputChange;
+
 constexpr int LOOK_MILLISECONDS = 10;
 constexpr std::size_t MOST_LINES = 256; // of the trace, for a reader that is slow
-constexpr double SECOND = 1e6;          // microseconds
 
 struct Wish {
     std::string which{};
     int id = 0; // once the output is known
     std::string mode = "steady";
     bool isInverted = false;
-    float frequency = 0.0F;
+    double frequency = 0.0;
     std::int64_t timeout = 0; // milliseconds
     bool isVerbose = false;
     bool isCancel = false;
-    double start = 0.0; // microseconds, as GPIOOperateRecord::now()
+    Clock::time_point start{};
 
-    AlarmOutMode wanted() const {
-        const AlarmOutMode::Mode kind = mode == "flash"   ? AlarmOutMode::Flash
-                                        : mode == "pulse" ? AlarmOutMode::Pulse
-                                                          : AlarmOutMode::Steady;
-        const bool isFlash = kind == AlarmOutMode::Flash;
-        if (frequency > 0.0F && !isFlash) {
+    OutputMode wanted() const {
+        OutputMode wanted;
+        wanted.kind = mode == "flash"   ? OutputMode::FLASH
+                      : mode == "pulse" ? OutputMode::PULSE
+                                        : OutputMode::STEADY;
+        if (frequency > 0.0 && wanted.kind != OutputMode::FLASH) {
             throw CLI::ValidationError("--frequency", "only a flashing output has a frequency");
         }
-        if (timeout > 0 && kind == AlarmOutMode::Pulse) {
+        if (timeout > 0 && wanted.kind == OutputMode::PULSE) {
             throw CLI::ValidationError("--timeout", "a pulse always lasts 10 ms");
         }
-        return {kind, isInverted ? AlarmOutMode::Inverted : AlarmOutMode::Direct,
-                static_cast<int>(timeout),
-                isFlash && frequency == 0.0F ? OutputState::DEFAULT_FREQUENCY : frequency};
+        wanted.frequency = frequency > 0.0 ? frequency : wanted.frequency;
+        wanted.timeout = Output::Time(timeout);
+        wanted.isInverted = isInverted;
+        return wanted;
     }
 };
 
 // A line of the trace, or of the gaps in it.
-std::string traceLine(const Wish& wish, const Settings& settings, const Fact& fact,
-                      const std::string& words) {
-    const double seconds = (GPIOOperateRecord::now() - wish.start) / SECOND;
+std::string traceLine(const Wish& wish, const Settings& settings, Clock::time_point time,
+                      const Fact& fact, const std::string& words) {
+    const double seconds = std::chrono::duration<double>(time - wish.start).count();
     if (settings.json) {
         const double rounded = std::round(seconds * 1000) / 1000;
         return jsonText(Record{{"seconds", "", rounded}, {"output", "", wish.id}, fact}, -1);
     }
-    char time[32];
-    std::snprintf(time, sizeof time, "[%7.3f] output ", seconds);
-    return time + std::to_string(wish.id) + " " + words + "\n";
+    char text[32];
+    std::snprintf(text, sizeof text, "[%7.3f] output ", seconds);
+    return text + std::to_string(wish.id) + " " + words + "\n";
 }
 
-void printResult(const OutputState& state, const std::string& result, const Settings& settings) {
+std::string gapLine(const Wish& wish, const Settings& settings, int count) {
+    return traceLine(wish, settings, Clock::now(), {"leftOut", "", count},
+                     std::to_string(count) + " changes left out");
+}
+
+void printResult(const OutputView& view, const std::string& result, const Settings& settings) {
     if (settings.json) {
-        Record record = describe(state);
+        Record record = describe(view);
         record.push_back({"result", "", result});
         Console::printLine(record);
         return;
     }
-    Console::print("output " + std::to_string(state.line.id) + ": " + result + ", " +
-                   (state.isReadable() ? "its level is " + std::to_string(state.level)
-                                       : "but it is unreadable: " + state.cause) +
+    Console::print("output " + std::to_string(view.output.id) + ": " + result + ", " +
+                   (view.isReadable() ? "its level is " + std::to_string(view.state.level)
+                                      : "but it is unreadable: " + view.state.cause.text()) +
                    "\n");
 }
 
-// False when a signal has come before the operation is over; the output is then off.
-bool carryOn(OutputDrive& drive, const AlarmOutMode& mode, const Signals& signals) {
-    try {
-        while (drive.isRunning()) {
-            if (signals.waitFor(LOOK_MILLISECONDS) != 0) {
-                drive.cancel(mode);
-                return false;
-            }
-        }
-    } catch (const CommandError&) {
-        drive.tryToCancel(mode); // the next drive may succeed, and it is the last one
-        throw;
+/// Has every drive put into the trace. The board tells of it in a thread of its own, which never
+/// waits here, and somewhat later: wait() is for the rest of it. The mutex guards what was told.
+class DriveTrace {
+public:
+    using Post = std::function<void(const OutputChange& change)>;
+
+    DriveTrace(const nvrhw::Board& board, const Post& post)
+        : m_Drives(board.onDrive([this, post](const OutputChange& change) {
+              post(change);
+              note(change.kind == OutputChange::Driven ? change.level : NO_LEVEL, false);
+          })),
+          m_Ends(board.onOutput([this](const OutputChange& change) {
+              note(NO_LEVEL, change.kind == OutputChange::Ended);
+          })) {}
+
+    /// Until this level has been told, and the end of an operation if there was one: what is told
+    /// of an output's drives comes before the end that follows them.
+    void wait(int level, bool hasEnd) {
+        std::unique_lock<std::mutex> lock(m_Mutex);
+        m_Told.wait(lock, [&] { return m_Level == level && (m_HasEnded || !hasEnd); });
     }
-    return true;
+
+private:
+    static constexpr int NO_LEVEL = -1;
+
+    void note(int level, bool isEnd) {
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        m_Level = level != NO_LEVEL ? level : m_Level;
+        m_HasEnded = m_HasEnded || isEnd;
+        m_Told.notify_one();
+    }
+
+    std::mutex m_Mutex;
+    std::condition_variable m_Told;
+    int m_Level = NO_LEVEL;
+    bool m_HasEnded = false;
+    const nvrhw::Registration m_Drives; // they end before what they use
+    const nvrhw::Registration m_Ends;
+};
+
+// False when a signal has come before the operation is over.
+bool carryOn(const Output& output, const Signals& signals) {
+    for (;;) {
+        const nvrhw::OutputState now = output.state();
+        if (now.failure.has_value()) {
+            OutputMode::fail(output, *now.failure);
+        }
+        const bool isForGood = now.operation == Output::Hold && !now.remaining.has_value();
+        if (now.operation == Output::None || isForGood) {
+            return true;
+        }
+        if (signals.waitFor(LOOK_MILLISECONDS) != 0) {
+            return false;
+        }
+    }
 }
 
 // The result in a word. When it returns the line needs nobody any more: whatever waits for a reader
-// then can be ended by a signal.
-std::string drive(Wish& wish, const AlarmOutMode& mode, LineWriter& trace, const Settings& settings,
-                  OutputState& state) {
+// then can be ended by a signal. What fails in between the board puts to rest as it closes: the
+// next drive may succeed, and that is the last one.
+std::string carryOut(const Wish& wish, const OutputView& view, DriveTrace& trace,
+                     const Signals& signals) {
+    const OutputMode& mode = view.mode;
+    const bool staysOn = mode.kind == OutputMode::STEADY && mode.timeout.count() == 0;
+    mode.cancel(view.output);
+    if (wish.isCancel) {
+        trace.wait(1 - view.activeLevel(), false);
+        return "switched off";
+    }
+    mode.trigger(view.output);
+    const bool isWhole = carryOn(view.output, signals);
+    if (!isWhole) {
+        mode.cancel(view.output);
+    }
+    trace.wait(view.activeLevel() ^ (staysOn ? 0 : 1), !staysOn);
+    return !isWhole ? "cancelled" : staysOn ? "switched on" : "done";
+}
+
+OutputView drive(Wish& wish, const OutputMode& mode, const Settings& settings, LineWriter& trace,
+                 std::string& result) {
     const Signals signals;
-    OutputDrive output(wish.which, [&](int level) {
-        if (wish.isVerbose) {
-            trace.post(
-                traceLine(wish, settings, {"level", "", level}, "-> " + std::to_string(level)));
+    const nvrhw::Board board = BoardLines::openQuietly();
+    OutputView view{board.output(wish.which), mode};
+    wish.id = view.output.id;
+    DriveTrace drives(board, [&](const OutputChange& change) {
+        if (wish.isVerbose && change.leftOut > 0) {
+            trace.post(gapLine(wish, settings, static_cast<int>(change.leftOut)));
+        }
+        if (wish.isVerbose && change.kind == OutputChange::Driven) {
+            trace.post(traceLine(wish, settings, change.time.steady, {"level", "", change.level},
+                                 "-> " + std::to_string(change.level)));
         }
     });
-    wish.id = output.id();
-    std::string result = "switched off";
-    if (wish.isCancel) {
-        output.cancel(mode);
-    } else {
-        output.trigger(mode);
-        const bool staysOn = mode.getMode() == AlarmOutMode::Steady && mode.getTimeout() == 0;
-        const bool isWhole = carryOn(output, mode, signals);
-        result = !isWhole ? "cancelled" : staysOn ? "switched on" : "done";
-    }
-    state = output.state(mode);
-    return result;
+    result = carryOut(wish, view, drives, signals);
+    view.state = view.output.state();
+    return view;
 }
 
 int run(Wish& wish, const Settings& settings) {
-    const AlarmOutMode mode = wish.wanted();
-    wish.start = GPIOOperateRecord::now();
-    LineWriter trace(MOST_LINES, &Console::print, [&](int count) {
-        return traceLine(wish, settings, {"leftOut", "", count},
-                         std::to_string(count) + " changes left out");
-    });
-    OutputState state;
-    const std::string result = drive(wish, mode, trace, settings, state);
-    const double lasted = (GPIOOperateRecord::now() - wish.start) / 1000;
+    const OutputMode mode = wish.wanted();
+    wish.start = Clock::now();
+    LineWriter trace(MOST_LINES, &Console::print,
+                     [&](int count) { return gapLine(wish, settings, count); });
+    std::string result;
+    const OutputView view = drive(wish, mode, settings, trace, result);
+    const auto lasted = std::chrono::duration_cast<Output::Time>(Clock::now() - wish.start);
     trace.finish();
-    printResult(state, result, settings);
-    if (result == "cancelled" && mode.getTimeout() > 0) {
-        throw CommandError("cut short after " + Duration::text(static_cast<std::int64_t>(lasted)) +
-                           " of " + Duration::text(mode.getTimeout()));
+    printResult(view, result, settings);
+    if (result == "cancelled" && wish.timeout > 0) {
+        throw CommandError("cut short after " + Duration::text(lasted.count()) + " of " +
+                           Duration::text(wish.timeout));
     }
     return 0;
 }
@@ -148,14 +215,15 @@ void addTrigger(Commands& commands) {
         ->type_name("MODE");
     app.add_flag("--inverted", wish->isInverted, "Active is the other level than the valid level");
     app.add_option("--frequency", wish->frequency,
-                   "Level changes per second while flashing, " + OutputState::frequencies() +
+                   "Level changes per second while flashing, " + OutputMode::frequencies() +
                        " (default 2); a cycle of on and off takes two")
-        ->check(CLI::Range(OutputState::LOWEST_FREQUENCY, OutputState::HIGHEST_FREQUENCY)
-                    .description(""))
+        ->check(
+            CLI::Range(OutputMode::LOWEST_FREQUENCY, OutputMode::HIGHEST_FREQUENCY).description(""))
         ->type_name("CHANGES");
-    Duration::addOption(app, "--timeout", wish->timeout, OutputState::LONGEST_TIMEOUT,
+    Duration::addOption(app, "--timeout", wish->timeout, OutputMode::LONGEST_TIMEOUT.count(),
                         "End after this time: 500ms, 2s, 1m (up to " +
-                            std::to_string(OutputState::LONGEST_TIMEOUT) + "ms; default: no end)");
+                            std::to_string(OutputMode::LONGEST_TIMEOUT.count()) +
+                            "ms; default: no end)");
     app.add_flag("--verbose", wish->isVerbose, "Print the level it begins with, and each change");
     app.footer(
         "A steady output without --timeout stays on when the command has ended: cancel\n"

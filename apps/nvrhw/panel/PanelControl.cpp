@@ -1,5 +1,6 @@
 #include "panel/PanelControl.h"
 
+#include "lines/BoardLines.h"
 #include "print/Console.h"
 #include "print/Duration.h"
 
@@ -10,40 +11,32 @@ namespace {
 
 constexpr int MESSAGE_STEP = 5;
 
-float parseFrequency(const std::string& text) {
+double parseFrequency(const std::string& text) {
     char* rest = nullptr;
     const double value = std::strtod(text.c_str(), &rest);
     if (*rest != '\0' ||
-        !(value >= OutputState::LOWEST_FREQUENCY && value <= OutputState::HIGHEST_FREQUENCY)) {
-        throw CommandError("a frequency is a number, " + OutputState::frequencies());
+        !(value >= OutputMode::LOWEST_FREQUENCY && value <= OutputMode::HIGHEST_FREQUENCY)) {
+        throw CommandError("a frequency is a number, " + OutputMode::frequencies());
     }
-    return static_cast<float>(value);
+    return value;
 }
 
-int parseTimeout(const std::string& text) {
-    const std::int64_t milliseconds = Duration::parse(text);
-    if (milliseconds < 0 || milliseconds > OutputState::LONGEST_TIMEOUT) {
+nvrhw::Output::Time parseTimeout(const std::string& text) {
+    const nvrhw::Output::Time time(Duration::parse(text));
+    if (time.count() < 0 || time > OutputMode::LONGEST_TIMEOUT) {
         throw CommandError("a time-out is such as 500ms, 10s or 2m, up to " +
-                           Duration::text(OutputState::LONGEST_TIMEOUT) + "; 0 for none");
+                           Duration::text(OutputMode::LONGEST_TIMEOUT.count()) + "; 0 for none");
     }
-    return static_cast<int>(milliseconds);
+    return time;
 }
 
-void takeNextMode(AlarmOutMode& mode) {
-    const bool isSteady = mode.getMode() == AlarmOutMode::Steady;
-    const bool isFlash = mode.getMode() == AlarmOutMode::Flash;
-    mode.setMode(isSteady  ? AlarmOutMode::Flash
-                 : isFlash ? AlarmOutMode::Pulse
-                           : AlarmOutMode::Steady);
-    if (isSteady && mode.getFrequency() <= 0.0F) {
-        mode.setFrequency(OutputState::DEFAULT_FREQUENCY);
-    }
+void takeNextMode(OutputMode& mode) {
+    mode.kind = mode.kind == OutputMode::STEADY  ? OutputMode::FLASH
+                : mode.kind == OutputMode::FLASH ? OutputMode::PULSE
+                                                 : OutputMode::STEADY;
 }
 
-void invert(AlarmOutMode& mode) {
-    mode.setValidSignal(mode.getValidSignal() == AlarmOutMode::Direct ? AlarmOutMode::Inverted
-                                                                      : AlarmOutMode::Direct);
-}
+void invert(OutputMode& mode) { mode.isInverted = !mode.isInverted; }
 
 void switchList(PanelFocus& focus) {
     focus.list = focus.list == PanelFocus::INPUTS ? PanelFocus::OUTPUTS : PanelFocus::INPUTS;
@@ -67,9 +60,9 @@ const PanelControl::Binding PanelControl::BINDINGS[] = {
     {KEY_NPAGE, [](PanelControl& c) { c.m_Focus.messagesBelow -= MESSAGE_STEP; }},
     {'\t', [](PanelControl& c) { switchList(c.m_Focus); }},
     {KEY_BTAB, [](PanelControl& c) { switchList(c.m_Focus); }},
-    {' ', [](PanelControl& c) { c.m_Board.flip(c.input()); }},
+    {' ', [](PanelControl& c) { BoardLines::flip(c.input()); }},
     {'t', [](PanelControl& c) { c.trigger(); }},
-    {'c', [](PanelControl& c) { c.m_Board.cancel(c.output()); }},
+    {'c', [](PanelControl& c) { c.output().mode.cancel(c.output().output); }},
     {'m', [](PanelControl& c) { c.changeMode(takeNextMode); }},
     {'f', [](PanelControl& c) { c.askFrequency(); }},
     {'o', [](PanelControl& c) { c.askTimeout(); }},
@@ -120,14 +113,14 @@ void PanelControl::act(int key) {
     }
 }
 
-const InputState& PanelControl::input() const {
+const nvrhw::Input& PanelControl::input() const {
     if (m_Focus.list != PanelFocus::INPUTS || m_Model.inputs.empty()) {
         throw CommandError("this key is for an input: Tab goes to the inputs");
     }
     return m_Model.inputs[static_cast<std::size_t>(m_Focus.inputs.selected())];
 }
 
-OutputState& PanelControl::output() const {
+OutputView& PanelControl::output() const {
     if (m_Focus.list != PanelFocus::OUTPUTS || m_Model.outputs.empty()) {
         throw CommandError("this key is for an output: Tab goes to the outputs");
     }
@@ -135,27 +128,27 @@ OutputState& PanelControl::output() const {
 }
 
 void PanelControl::trigger() {
-    m_Board.trigger(output());
-    if (output().mode.getMode() == AlarmOutMode::Pulse) { // over before it can be seen
+    output().mode.trigger(output().output);
+    if (output().mode.kind == OutputMode::PULSE) { // over before it can be seen
         m_Focus.note = "a pulse of 10 ms was given";
     }
 }
 
 void PanelControl::askFrequency() {
-    if (output().mode.getMode() != AlarmOutMode::Flash) {
+    if (output().mode.kind != OutputMode::FLASH) {
         throw CommandError("only a flashing output has a frequency: m changes the mode");
     }
-    const std::string question = "level changes a second, " + OutputState::frequencies() + ": ";
+    const std::string question = "level changes a second, " + OutputMode::frequencies() + ": ";
     m_Focus.prompt.open(question, [this](const std::string& text) {
-        changeMode([&](AlarmOutMode& mode) { mode.setFrequency(parseFrequency(text)); });
+        changeMode([&](OutputMode& mode) { mode.frequency = parseFrequency(text); });
     });
 }
 
 void PanelControl::askTimeout() {
-    if (output().mode.getMode() == AlarmOutMode::Pulse) {
+    if (output().mode.kind == OutputMode::PULSE) {
         throw CommandError("a pulse always lasts 10 ms: m changes the mode");
     }
     m_Focus.prompt.open("end after (500ms, 10s, 2m; 0: no end): ", [this](const std::string& text) {
-        changeMode([&](AlarmOutMode& mode) { mode.setTimeout(parseTimeout(text)); });
+        changeMode([&](OutputMode& mode) { mode.timeout = parseTimeout(text); });
     });
 }

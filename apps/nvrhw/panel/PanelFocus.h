@@ -1,8 +1,8 @@
 #pragma once
 
 // This room: the board's lines live in a terminal. What is known stands in PanelModel, what its
-// user has before them in PanelFocus; PanelBoard brings the first up to date, PanelControl the
-// second; PanelView draws both, and the command keeps them going.
+// user has before them in PanelFocus, which PanelControl changes; PanelView draws both, PanelMail
+// brings messages from other threads, and the command keeps them going.
 
 #include <functional>
 #include <string>

@@ -1,5 +1,6 @@
 #include "panel/PanelList.h"
 
+#include "application/MomentText.h"
 #include "print/Text.h"
 
 #include <algorithm>
@@ -11,6 +12,7 @@ namespace {
 constexpr int HEADING_WIDTH = 8; // the name of the list stands above the first columns
 constexpr int LEAST_WIDTH = 6;   // of a text that is cut
 
+constexpr int CLOCK_WIDTH = 8;
 constexpr int TIME_COLUMN = 1;
 constexpr int KIND_COLUMN = 11;
 constexpr int TEXT_COLUMN = 19;
@@ -161,9 +163,11 @@ void drawRule(PanelScreen& screen, int row, const std::string& name) {
 
 void drawMessages(PanelScreen& screen, const PanelModel& model, int top, int rows, int& below) {
     const int count = static_cast<int>(model.messages.size());
-    const auto at = [&](int i) { return model.messages[static_cast<std::size_t>(i)]; };
+    const auto at = [&](int i) -> const PanelMessage& {
+        return model.messages[static_cast<std::size_t>(i)];
+    };
     const auto linesOf = [&](int i) {
-        return Text::wrap(Text::decode(model.textOf(at(i))), screen.columns() - TEXT_COLUMN - 1);
+        return Text::wrap(Text::decode(at(i).text), screen.columns() - TEXT_COLUMN - 1);
     };
     int oldestEnd = 0; // of the messages that fill the rows when scrolled back to the first one
     for (int filled = 0; oldestEnd < count && filled < rows; ++oldestEnd) {
@@ -179,7 +183,8 @@ void drawMessages(PanelScreen& screen, const PanelModel& model, int top, int row
     int row = top + (next == count - below - 1 ? 0 : std::min(0, rows - used));
     for (int i = next; i < count - below; ++i) {
         if (row >= top) {
-            screen.put(row, TIME_COLUMN, at(i).clockText(), FAINT);
+            screen.put(row, TIME_COLUMN, nvrhw::clockText(at(i).time).substr(0, CLOCK_WIDTH),
+                       FAINT);
             screen.put(row, KIND_COLUMN, KINDS[at(i).kind].word, KINDS[at(i).kind].style);
         }
         for (const std::wstring& line : linesOf(i)) {

@@ -1,77 +1,53 @@
-// An input is unknown until its first message; from then on it is what the last message said,
-// alarm or normal, for that is what an application knows: never may a level that no message has
-// told yet be shown as an alarm. While its line cannot be read it is unreadable, and comes back as
-// the last message has it. Messages move it (receive(), which also takes flags whose messages had
-// no room in the mailbox), and readings (judge()). An output is what its line, its mode and the
-// library's record of it say, and nobody but the library moves it.
-//
-// There is no lock: only the panel's thread has the model. The library's threads reach it by way
-// of AlarmMailbox, whose lock is held for a moment.
-
 #include "panel/PanelModel.h"
 
 #include <algorithm>
 
-PanelModel::PanelModel(const BoardLines& lines) {
-    for (const Line& line : lines.inputs()) {
-        inputs.emplace_back().line = line;
-    }
-    for (const Line& line : lines.outputs()) {
-        outputs.emplace_back().line = line;
-    }
+namespace {
+
+std::string machineOf(const nvrhw::Board& board) {
+    const std::string model = board.machine().getModel();
+    return model.empty() ? board.directory() : model;
 }
 
-int PanelModel::receive(const AlarmMailbox::Mail& mail) {
-    int count = 0;
-    for (const Event& message : mail.events) {
-        if (message.kind != Event::NORMAL || flagOf(message.inputId) >= 0) {
-            messages.push_back(message);
-            ++count;
-        }
-        if (message.kind != Event::LOG) {
-            m_Flags[message.inputId] = message.kind == Event::ALARM ? 1 : 0;
-        }
+} // namespace
+
+PanelModel::PanelModel(const nvrhw::Board& board)
+    : machine(machineOf(board)), inputs(board.inputs()) {
+    for (const nvrhw::Output& output : board.outputs()) {
+        outputs.push_back({output});
     }
-    for (const auto& [id, flag] : mail.flags) {
-        m_Flags[id] = flag;
-    }
+    refresh();
+}
+
+int PanelModel::receive(const std::deque<PanelMessage>& mail) {
+    messages.insert(messages.end(), mail.begin(), mail.end());
     while (messages.size() > MOST_MESSAGES) {
         messages.pop_front();
     }
-    return count;
+    return static_cast<int>(mail.size());
 }
 
-void PanelModel::judge() {
-    for (InputState& input : inputs) {
-        input.judgeBy(flagOf(input.line.id));
+void PanelModel::refresh() {
+    for (OutputView& view : outputs) {
+        view.state = view.output.state();
     }
 }
 
-int PanelModel::countInputs(InputState::State state) const {
+int PanelModel::countInputs(nvrhw::Input::State state) const {
     return static_cast<int>(
         std::count_if(inputs.begin(), inputs.end(),
-                      [state](const InputState& input) { return input.state == state; }));
+                      [state](const nvrhw::Input& input) { return input.state() == state; }));
 }
 
 int PanelModel::countOutputsOn() const {
     return static_cast<int>(
-        std::count_if(outputs.begin(), outputs.end(), [](const OutputState& output) {
-            return output.isActive() || output.operation == OutputState::FLASHING;
+        std::count_if(outputs.begin(), outputs.end(), [](const OutputView& view) {
+            return view.state.isActive || view.state.operation == nvrhw::Output::Flash;
         }));
 }
 
-std::string PanelModel::textOf(const Event& message) const {
-    if (message.kind == Event::LOG) {
-        return message.text;
-    }
-    const auto input = std::find_if(inputs.begin(), inputs.end(), [&](const InputState& each) {
-        return each.line.id == message.inputId;
+bool PanelModel::isBusy() const {
+    return std::any_of(outputs.begin(), outputs.end(), [](const OutputView& view) {
+        return view.state.operation == nvrhw::Output::Flash || view.state.remaining.has_value();
     });
-    const bool hasName = input != inputs.end() && !input->line.name.empty();
-    return "input " + std::to_string(message.inputId) + (hasName ? "  " + input->line.name : "");
-}
-
-int PanelModel::flagOf(int id) const {
-    const auto found = m_Flags.find(id);
-    return found == m_Flags.end() ? -1 : found->second;
 }

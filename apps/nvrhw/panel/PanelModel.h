@@ -1,10 +1,9 @@
 #pragma once
 
-#include "lines/AlarmMailbox.h"
-#include "lines/BoardLines.h"
+#include "lines/LineFacts.h"
+#include "panel/PanelMail.h"
 
 #include <deque>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -13,31 +12,24 @@ class PanelModel {
 public:
     static constexpr std::size_t MOST_MESSAGES = 1000;
 
-    /// Takes the lines from the configuration.
-    explicit PanelModel(const BoardLines& lines);
+    explicit PanelModel(const nvrhw::Board& board);
 
-    /// Takes in what the library has told; returns how many messages came to be listed. That an
-    /// input is normal when it is first heard of is no event.
-    int receive(const AlarmMailbox::Mail& mail);
+    /// Takes in what the board has told; returns how many messages that were.
+    int receive(const std::deque<PanelMessage>& mail);
 
-    /// Takes in that the levels of all lines have been read anew.
-    void judge();
+    /// Looks at the outputs.
+    void refresh();
 
-    int countInputs(InputState::State state) const;
+    int countInputs(nvrhw::Input::State state) const;
 
     /// Outputs that are active or flashing.
     int countOutputsOn() const;
 
-    /// What a message says, with the input's name.
-    std::string textOf(const Event& message) const;
+    /// Whether an output changes by itself.
+    bool isBusy() const;
 
-    std::vector<InputState> inputs;
-    std::vector<OutputState> outputs;
-    std::deque<Event> messages; ///< the oldest first
-    std::string machine;        ///< the board's name
-
-private:
-    int flagOf(int id) const;
-
-    std::map<int, int> m_Flags; // of the last message of each input that has sent one
+    const std::string machine; ///< its model, or which board it is when that is not known
+    const std::vector<nvrhw::Input> inputs;
+    std::vector<OutputView> outputs;   ///< with the mode that the panel's user has given each
+    std::deque<PanelMessage> messages; ///< the oldest first
 };

@@ -1,10 +1,10 @@
 #include "panel/PanelView.h"
 
+#include "application/MomentText.h"
 #include "panel/PanelList.h"
 #include "print/Text.h"
 
 #include <algorithm>
-#include <ctime>
 
 namespace {
 
@@ -53,31 +53,26 @@ std::string plural(int count, const char* one, const char* more) {
     return std::to_string(count) + " " + (count == 1 ? one : more);
 }
 
-std::string clockText() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    char text[16];
-    std::strftime(text, sizeof text, "%H:%M:%S", &local);
-    return text;
-}
-
 // One sentence on a line.
-std::string detailOf(const char* what, const LineState& state, const std::string& rest) {
-    const Line& line = state.line;
-    return what + std::to_string(line.id) + (line.name.empty() ? "" : " \"" + line.name + "\"") +
-           ": bank " + std::to_string(line.group) + ", bit " + std::to_string(line.bit) + "; " +
-           (state.isReadable() ? rest : state.cause);
+template <typename Each>
+std::string detailOf(const char* what, const Each& each, const std::string& rest) {
+    return what + std::to_string(each.id) +
+           (each.name.empty() ? "" : " \"" + std::string(each.name) + "\"") + ": bank " +
+           std::to_string(each.line.bank) + ", bit " + std::to_string(each.line.bit) + "; " + rest;
 }
 
-std::string detail(const InputState& input) {
-    return detailOf("input ", input, "in alarm at level " + std::to_string(input.line.validLevel));
+std::string detail(const nvrhw::Input& input) {
+    const Cause cause = input.cause();
+    return detailOf("input ", input,
+                    cause ? cause.text()
+                          : "in alarm at level " + std::to_string(input.line.validLevel));
 }
 
-std::string detail(const OutputState& output) {
-    return detailOf("output ", output,
-                    "active at level " + std::to_string(output.activeLevel()) + "; " +
-                        output.modeText());
+std::string detail(const OutputView& view) {
+    return detailOf("output ", view.output,
+                    view.isReadable() ? "active at level " + std::to_string(view.activeLevel()) +
+                                            "; " + view.mode.text()
+                                      : view.state.cause.text());
 }
 
 } // namespace
@@ -173,15 +168,15 @@ void PanelView::drawBoard(const PanelLayout& layout) {
 // To the right what counts, as far as there is room: alarms first; the name of the board to the
 // left of it.
 void PanelView::drawTitle() {
-    const int alarms = m_Model.countInputs(InputState::ALARM);
-    const int unreadable = m_Model.countInputs(InputState::UNREADABLE);
+    const int alarms = m_Model.countInputs(nvrhw::Input::Alarm);
+    const int unreadable = m_Model.countInputs(nvrhw::Input::Unreadable);
     const std::string alarmText = " " + plural(alarms, "alarm", "alarms") + " ";
     const int most = m_Screen.columns() - static_cast<int>(alarmText.size());
     std::string rest;
     for (const std::string& part :
          {unreadable > 0 ? " " + std::to_string(unreadable) + " unreadable " : "",
           " " + plural(m_Model.countOutputsOn(), "output", "outputs") + " on ",
-          " " + clockText() + " "}) {
+          " " + nvrhw::clockText(nvrhw::Moment::now().wall).substr(0, 8) + " "}) {
         rest += static_cast<int>(rest.size() + part.size()) <= most ? part : "";
     }
     const int right = most - static_cast<int>(rest.size());

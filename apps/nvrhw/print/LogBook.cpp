@@ -3,7 +3,6 @@
 #include "platform/Diagnostics.h"
 #include "print/Console.h"
 
-#include <algorithm>
 #include <mutex>
 #include <utility>
 
@@ -13,6 +12,7 @@ struct Book {
     std::mutex mutex;
     std::vector<std::pair<std::string, std::string>> records; // subject and text
     bool isFollowed = false;
+    std::string leftOut; // a subject
 };
 
 Book& book() {
@@ -29,7 +29,7 @@ void LogBook::open() {
         const std::lock_guard<std::mutex> guard(book().mutex);
         if (book().isFollowed) {
             warn(record.text);
-        } else {
+        } else if (record.subject != book().leftOut) {
             book().records.emplace_back(record.subject, record.text);
         }
     });
@@ -45,12 +45,9 @@ std::vector<std::string> LogBook::take() {
     return texts;
 }
 
-void LogBook::forget(const std::string& subject) {
+void LogBook::leaveOut(const std::string& subject) {
     const std::lock_guard<std::mutex> guard(book().mutex);
-    auto& records = book().records;
-    records.erase(std::remove_if(records.begin(), records.end(),
-                                 [&](const auto& record) { return record.first == subject; }),
-                  records.end());
+    book().leftOut = subject;
 }
 
 std::string LogBook::takeCause(const std::string& fallback) {

@@ -19,8 +19,8 @@ public:
     /// The same as one text, "; " between records; `fallback` when there are none.
     static std::string takeCause(const std::string& fallback);
 
-    /// Forgets the records kept about a subject, for who says the same better.
-    static void forget(const std::string& subject);
+    /// Keeps no records about a subject from now on, for who says the same better.
+    static void leaveOut(const std::string& subject);
 
     /// From now on a record is printed on standard error as it comes, and those kept are printed.
     static void follow();
