@@ -2,6 +2,7 @@
 
 #include "application/InputModel.h"
 #include "application/MomentText.h"
+#include "platform/Insight.h"
 
 #include <ostream>
 #include <utility>
@@ -18,7 +19,14 @@ int Input::level() const { return m_Model->last(m_Index).level; }
 
 Moment Input::since() const { return m_Model->last(m_Index).time; }
 
-Cause Input::cause() const { return m_Model->last(m_Index).cause; }
+Cause Input::cause() const {
+    const InputRecord last = m_Model->last(m_Index);
+    Cause cause = last.cause;
+    if (last.kind == Unreadable) { // it may have become another one since
+        Insight::findLineFault(Insight::READ, line.bank, line.bit, cause);
+    }
+    return cause;
+}
 
 bool Input::isInverted() const { return m_Model->isInverted(m_Index); }
 

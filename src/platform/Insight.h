@@ -18,8 +18,8 @@ public:
     /// succeeded, when there was none, and when nothing is known.
     static bool findLineFault(Operation operation, int group, int bit, Cause& cause);
 
-    /// Why this thread's last reading or writing of a document failed. False, and `cause` untouched,
-    /// when it did not, and when nothing is known.
+    /// Why this thread's last reading or writing of a document failed. False, and `cause`
+    /// untouched, when it did not, and when nothing is known.
     static bool findDocumentFault(Cause& cause);
 
     /// When the kernel saw the last edge of this line that it has reported: nanoseconds of

@@ -42,26 +42,25 @@ TEST(share, HoldsAnObjectAndNeverRaises) {
 
 class ServicesTest : public ServiceTest {};
 
+void writeWhatIsMissing() {
+    try {
+        nvrhw::service<GPIO>(); // which is registered as an IGPIO
+    } catch (const nvrhw::Error& error) {
+        std::cerr << (error.code() == nvrhw::Error::NoService ? error.what() : "wrong code");
+    }
+}
+
+// In a process of their own, as the services stay to its end.
 TEST_F(ServicesTest, AreFoundByTheirTypeAndListedOtherwise) {
-    const auto wrong = [] {
-        try {
-            nvrhw::service<GPIO>(); // which is registered as an IGPIO
-        } catch (const nvrhw::Error& error) {
-            std::cerr << (error.code() == nvrhw::Error::NoService ? error.what() : "wrong code");
-        }
-    };
-    testing::internal::CaptureStderr();
-    wrong();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "there is no service of type GPIO: the "
-              "HardwareServiceFactory has not been started");
-    const auto start = [&wrong] { // in a process of its own, as the services stay to its end
+    EXPECT_EXIT(
+        (writeWhatIsMissing(), std::exit(0)), testing::ExitedWithCode(0),
+        "^there is no service of type GPIO: the HardwareServiceFactory has not been started$");
+    const auto start = [] {
         HardwareServiceFactory::getInstance()->start();
         nvrhw::service<IOAlarmOutManager>()->triggerAlarm(1);
-        const auto gpio = nvrhw::service<IGPIO>();
         int level = 0;
-        gpio->get(2, 0, level);
-        wrong();
+        nvrhw::service<IGPIO>()->get(2, 0, level);
+        writeWhatIsMissing();
         std::exit(level);
     };
     EXPECT_EXIT(start(), testing::ExitedWithCode(1),
@@ -72,18 +71,8 @@ TEST_F(ServicesTest, AreFoundByTheirTypeAndListedOtherwise) {
 /// Has handlers of an application's in place, and waits for a signal in a thread of its own.
 class SignalTest : public testing::Test {
 protected:
-    static constexpr int BOTH[] = {SIGINT, SIGTERM};
-
-    SignalTest() {
-        for (const int number : BOTH) {
-            std::signal(number, earlier);
-        }
-    }
-    ~SignalTest() override {
-        for (const int number : BOTH) {
-            std::signal(number, SIG_DFL);
-        }
-    }
+    SignalTest() { std::signal(SIGINT, earlier), std::signal(SIGTERM, earlier); }
+    ~SignalTest() override { std::signal(SIGINT, SIG_DFL), std::signal(SIGTERM, SIG_DFL); }
 
     static void earlier(int /*number*/) {}
     static void (*handlerOf(int number))(int) {
@@ -108,7 +97,7 @@ protected:
 };
 
 TEST_F(SignalTest, ArrivesInAnyThreadAndLeavesEverythingAsItWas) {
-    for (const int number : BOTH) {
+    for (const int number : {SIGINT, SIGTERM}) {
         EXPECT_EQ(caught([number] { std::raise(number); }), number) << "in this thread";
         sigset_t signals, old;
         sigemptyset(&signals);

@@ -130,10 +130,6 @@ TEST_F(HardwareServiceFactoryTest, ALineThatChangesReachesTheListeners) {
     EXPECT_EQ(factory.get<IOAlarmInListener>("IOAlarmInListener").start(), 1);
     setInput(1, false);
     EXPECT_TRUE(messages.waitFor("1=0")) << messages.take();
-    EXPECT_EQ(factory.start(), 1) << "with a listener that runs already";
-    messages.take();
-    setInput(1, true);
-    EXPECT_TRUE(messages.waitFor("1=1")) << messages.take();
     factory.stop();
 }
 
@@ -158,6 +154,7 @@ TEST_F(HardwareServiceFactoryTest, WatchesAgainAfterAStop) {
         EXPECT_FALSE(factory.isRunning());
         other.start();
         other.stop();
+        factory.get<IOAlarmInListener>("IOAlarmInListener").start(); // that it runs does no harm
     }
 }
 

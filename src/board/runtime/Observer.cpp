@@ -1,8 +1,8 @@
 #include "platform/Observer.h"
 
-#include "platform/base/ConditionVariable.h"
 #include "board/runtime/ExceptionText.h"
 #include "platform/Diagnostics.h"
+#include "platform/base/ConditionVariable.h"
 #include "platform/base/Mutex.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/base/ConditionVariable.h"
 #include "board/runtime/FileDescriptor.h"
 #include "platform/Time.h"
+#include "platform/base/ConditionVariable.h"
 #include "platform/base/Mutex.h"
 
 #include <atomic>

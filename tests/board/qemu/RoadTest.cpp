@@ -1,6 +1,9 @@
 #include "alarm/IOAlarmOutManager.h"
 #include "board/qemu/SimChip.h"
+#include "platform/Insight.h"
 #include "support/AlarmRecorder.h"
+#include "support/ChangeRecorder.h"
+#include "support/LogCapture.h"
 #include "support/ServiceTest.h"
 
 #include <algorithm>
@@ -119,6 +122,31 @@ TEST_F(RoadTest, AProcessKilledWhileFlashingLeavesTheLineFree) {
     Recorder recorder;
     recorder.outputs().triggerAlarm(1);
     EXPECT_TRUE(m_Chips[2].value(0));
+}
+
+TEST_F(RoadTest, ABoardTellsTheKernelsTimesAndALostChipAndGivesTheLinesBack) {
+    {
+        const LogCapture log;
+        const nvrhw::Board board;
+        ChangeRecorder told;
+        const auto watch = board.onInput(std::ref(told));
+        told.takeUpTo("16~normal ");
+        std::int64_t edge = -1, toldEdge = 0;
+        for (int i = 1; i <= 20 && toldEdge != edge; ++i) { // a level may be read before its edge
+            pull(1, i % 2 != 0);
+            told.takeUpTo(i % 2 != 0 ? "1=alarm " : "1=normal ");
+            toldEdge = told.inputs().back().time.steady.time_since_epoch().count();
+            Insight::findLastEdge(0, 0, edge);
+        }
+        EXPECT_EQ(toldEdge, edge);
+        EXPECT_TRUE(board.output(1).hold());
+        EXPECT_TRUE(m_Chips[2].value(0));
+        m_Chips[1].remove();
+        told.takeUpTo("16=unreadable ");
+        EXPECT_EQ(board.input(16).state(), nvrhw::Input::Unreadable);
+    }
+    m_Chips[1].restore();
+    LineRequest(m_Chips[2].device(), 0, GPIO_V2_LINE_FLAG_INPUT);
 }
 
 } // namespace
