@@ -17,7 +17,7 @@ int main() try {
         const auto outputs = nvrhw::service<IOAlarmOutManager>();
         outputs->setAlarmOutMode(1, AlarmOutMode(AlarmOutMode::Steady, AlarmOutMode::Direct, 0, 0));
 
-        // A lambda cannot hold a SafePointer, whose destructor may raise: it holds this.
+        // A SafePointer may raise where it is destroyed; what shares it so logs that instead.
         const auto levelOf =
             [gpio = nvrhw::share(nvrhw::service<GPIOOperator>())](const nvrhw::Line& line) {
                 int level = -1;
