@@ -1,4 +1,4 @@
-# run         a sample board on this machine: its panel on a terminal, elsewhere a recorder on it
+# run         a sample board on this machine: its panel on a terminal, elsewhere a scenario
 # test        the tests
 # board-test  the tests on an emulated 32-bit ARM board, with real GPIO chips
 # package     Debian packages into build/packages (ARCH=armhf, ARCH=arm64: for a board)

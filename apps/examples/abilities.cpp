@@ -1,31 +1,30 @@
 // Prints what the recorder can do: its channels, and what its monitors and network cards offer.
-#include "config/MachineConfiguration.h"
-#include "service/HardwareServiceFactory.h"
+#include <iostream>
+#include <nvrhw/nvrhw.h>
 
-#include <cstdio>
+int main() try {
+    const nvrhw::Board board;
+    std::cout << board.machine().getManufacturer() << ' ' << board.machine().getModel() << ", "
+              << board.software().getName() << ' ' << board.software().getVersion() << '\n';
 
-int main() {
-    auto* factory = HardwareServiceFactory::getInstance();
-    factory->start(); // ends the process when the ability documents cannot be read
-    auto* holder = factory->getService("machineConfiguration");
-    SafePointer<MachineConfiguration> machine(
-        dynamic_cast<SafePointer<MachineConfiguration>&>(*holder));
-
-    const NVRDeviceAbility& ability = machine->getNVRDeviceAbility(); // lives as long as machine
-    std::printf("%d channels, %d disks\n", ability.getMaxChannelNumber(), ability.getDiskNumber());
+    const NVRDeviceAbility& ability = board.abilities(); // lives as long as the board
+    std::cout << ability.getMaxChannelNumber() << " channels, " << ability.getDiskNumber()
+              << " disks\n";
     for (const MonitorAbility& monitor : ability.getMonitorAbilityList()) {
-        std::printf("monitor %d:", monitor.getMonitorId());
+        std::cout << "monitor " << monitor.getMonitorId() << ':';
         for (const MonitorResolution& resolution : monitor.getMonitorResolutionList()) {
-            std::printf(" %s", resolution.getResolutionName());
+            std::cout << ' ' << resolution.getResolutionName();
         }
-        std::puts("");
+        std::cout << '\n';
     }
     for (const auto& card : ability.getNetworkAbility().getNetworkCardAbilityList()) {
-        std::printf("network card %d:", card.getNetworkCardId());
+        std::cout << "network card " << card.getNetworkCardId() << ':';
         for (const NetWorkingMode& mode : card.getNetWorkingModeList()) {
-            std::printf(" %s;", mode.getWorkingName());
+            std::cout << ' ' << mode.getWorkingName() << ';';
         }
-        std::puts("");
+        std::cout << '\n';
     }
-    factory->stop();
+} catch (const nvrhw::Error& error) {
+    std::cerr << error.what() << '\n'; // every document's errors, with file and line
+    return 1;
 }

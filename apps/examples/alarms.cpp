@@ -1,27 +1,16 @@
-#include "alarm/IOAlarmInManager.h"
-#include "service/HardwareServiceFactory.h"
-
-#include <cstdio>
-
-struct Listener : IHardwareAlarmListener {
-    void update(IMessage* message) override {
-        if (auto* alarm = dynamic_cast<AlarmInformation*>(message)) {
-            std::printf("input %s: %s\n", alarm->getAlarmSourceId().c_str(),
-                        alarm->getAlarmFlag() != 0 ? "alarm" : "normal");
-        }
-    }
-};
+#include <iostream>
+#include <nvrhw/nvrhw.h>
+using namespace std::chrono_literals;
 
 int main() {
-    auto* factory = HardwareServiceFactory::getInstance();
-    factory->start();
-    auto* holder = factory->getService("IOAlarmInManager");
-    SafePointer<IOAlarmInManager> inputs(dynamic_cast<SafePointer<IOAlarmInManager>&>(*holder));
-
-    Listener listener;
-    const int id = inputs->addListener(&listener);
-    inputs->notifyAlarmConsumers(false); // asks once; changes are told from now on
-    std::getchar();                      // until Return
-    inputs->removeListener(id);
-    factory->stop();
-}
+    nvrhw::Board board; // NVRHW_ROOT or "/"; nvrhw::Board board("/tmp/board") in a test
+    auto siren = board.output("siren"); // by name or id; no such output: nvrhw::Error that lists
+                                        // those there are
+    auto watch = board.onInput([&](const nvrhw::InputChange& change) {
+        std::cout << change << '\n'; // 14:03:07.412 input 3 (door) alarm
+        if (change.input.id == 3 && change.state == nvrhw::Input::Alarm) {
+            siren.flash(500ms, 5s); // from in here everything may be called
+        }
+    });
+    nvrhw::waitForSignal(); // SIGINT, SIGTERM
+} // the watch ends first, then the board; outputs are left or put to rest as configured

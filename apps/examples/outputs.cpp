@@ -1,36 +1,29 @@
-// Flashes alarm output 1 for a second, then holds it until it is cancelled.
-#include "alarm/IOAlarmOutManager.h"
-#include "service/HardwareServiceFactory.h"
-
-#include <chrono>
-#include <cstdio>
+// Flashes an alarm output for a second, then holds it until it is put to rest.
+//
+//     outputs [OUTPUT]       its name or id; 1 when it is left out
+#include <iostream>
+#include <nvrhw/nvrhw.h>
 #include <thread>
 
-int main() {
-    using namespace std::chrono_literals;
-    constexpr int OUTPUT = 1; // its id in the hardware configuration
+using namespace std::chrono_literals;
 
-    auto* factory = HardwareServiceFactory::getInstance();
-    factory->start();
-    auto* holder = factory->getService("IOAlarmOutManager");
-    SafePointer<IOAlarmOutManager> outputs(dynamic_cast<SafePointer<IOAlarmOutManager>&>(*holder));
+int main(int argc, char** argv) try {
+    const nvrhw::Board board;
+    const nvrhw::Output output = board.output(argc > 1 ? argv[1] : "1");
+    const auto watch =
+        board.onOutput([](const nvrhw::OutputChange& change) { std::cout << change << std::endl; });
 
-    const AlarmOutMode flash(AlarmOutMode::Flash, AlarmOutMode::Direct, 1000, 5.0F);
-    if (outputs->setAlarmOutMode(OUTPUT, flash) == 0) {
-        std::fprintf(stderr, "this board has no output %d\n", OUTPUT);
-        return 1;
-    }
-    std::puts("flashing for a second, five changes in it");
-    outputs->triggerAlarm(OUTPUT);       // returns at once
+    output.flash(400ms, 1s);             // returns at once
     std::this_thread::sleep_for(1200ms); // the application has other things to do
 
-    const AlarmOutMode hold(AlarmOutMode::Steady, AlarmOutMode::Direct, 0, 0.0F);
-    outputs->setAlarmOutMode(OUTPUT, hold); // a new mode also switches the output off
-    std::puts("on, until it is cancelled");
-    outputs->triggerAlarm(OUTPUT);
-    std::this_thread::sleep_for(500ms);
-
-    std::puts("off");
-    outputs->cancelAlarm(OUTPUT); // or it would stay on after the end of the process
-    factory->stop();
+    if (const nvrhw::Result result = output.hold(); !result) {
+        std::cerr << result.error().what() << '\n'; // the line cannot be driven, and why
+        return 1;
+    }
+    const nvrhw::OutputState state = output.state();
+    std::cout << "active: " << state.isActive << ", the line agrees: " << state.agrees << std::endl;
+    output.rest(); // or it would stay on after the end of the process
+} catch (const nvrhw::Error& error) {
+    std::cerr << error.what() << '\n'; // all causes, with file and line
+    return 1;
 }

@@ -37,7 +37,7 @@ struct NVRHW_API BoardOptions {
     /// The root directory. Empty: the process's own, which NVRHW_ROOT sets; else "/".
     std::string directory{};
 
-    AtEnd atEnd = RestUnfinished;
+    AtEnd atEnd = RestUnfinished; ///< see there
 
     /// Needs nothing but the hardware configuration and the GPIO device: other documents may be
     /// wrong. machine(), software() and abilities() are then read when they are first asked for,

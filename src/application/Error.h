@@ -18,6 +18,7 @@ namespace nvrhw {
 /// answers a Result that holds it.
 class NVRHW_API Error : public std::runtime_error {
 public:
+    /// What kind of error it is.
     enum Code {
         BadBoard,    ///< the board's documents or its GPIO device: causes() lists all that is wrong
         Busy,        ///< another board is open in this process, or the factory runs
@@ -36,6 +37,7 @@ public:
     /// The text is `what` and a line for each cause.
     Error(Code code, const std::string& what, std::vector<Cause> causes);
 
+    /// What kind of error it is.
     Code code() const noexcept { return m_Code; }
 
     /// The causes as data: file or device, line, the system's error number; may be empty.
@@ -53,6 +55,7 @@ public:
     /// Success.
     Result() = default;
 
+    /// The error that stood in the way.
     Result(Error error) : m_Error(std::move(error)) {} // NOLINT(google-explicit-constructor)
 
     /// True on success.

@@ -20,15 +20,16 @@ class InputModel;
 /// gone, what was last known stays.
 class NVRHW_API Input {
 public:
+    /// What the line says, by its valid level and setInverted().
     enum State {
-        Normal,
-        Alarm,
+        Normal,    ///< no alarm
+        Alarm,     ///< the line is at the level that tells it
         Unreadable ///< the line cannot be read: cause() says why
     };
 
     int id;                ///< of the hardware configuration
     std::string_view name; ///< empty when it has none; lives as long as any handle of the input
-    Line line;
+    Line line;             ///< where it is wired
 
     /// As of the last look at the lines, which follows each of their changes at once.
     State state() const;
@@ -57,12 +58,12 @@ private:
 
 /// A change of an input's state, or the state a registration begins with.
 struct NVRHW_API InputChange {
-    Input input;
-    Input::State state;
-    int level;      ///< 0 or 1; -1 when the line cannot be read
-    Cause cause;    ///< why it cannot
-    Moment time;    ///< of the edge, where the kernel tells; else when the change was seen
-    bool isPresent; ///< the state found when the registration began
+    Input input;        ///< whose it is
+    Input::State state; ///< from now on
+    int level;          ///< 0 or 1; -1 when the line cannot be read
+    Cause cause;        ///< why it cannot
+    Moment time;        ///< of the edge, where the kernel tells; else when the change was seen
+    bool isPresent;     ///< the state found when the registration began
     unsigned
         leftOut; ///< changes of this input that were not told before this one, for want of room
 };

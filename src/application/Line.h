@@ -15,13 +15,14 @@ struct Line {
 
 /// What the hardware configuration says of a line: all of it.
 struct LineUse {
+    /// What the line is for.
     enum Purpose { AlarmInput, AlarmOutput };
 
-    Purpose purpose = AlarmInput;
-    int id = 0;
-    std::string name{}; ///< empty when it has none
-    Line line{};
-    GPIOLineSettings settings{};
+    Purpose purpose = AlarmInput; ///< the section that it stands in
+    int id = 0;                   ///< among those of its purpose
+    std::string name{};           ///< empty when it has none
+    Line line{};                  ///< where it is wired
+    GPIOLineSettings settings{};  ///< how it is wired
 };
 
 } // namespace nvrhw

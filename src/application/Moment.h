@@ -11,9 +11,10 @@ using WallTime = std::chrono::time_point<std::chrono::system_clock, std::chrono:
 /// When something happened, by both clocks: the wall clock is for people and other machines and may
 /// jump; the steady one is for intervals.
 struct Moment {
-    WallTime wall{};
-    std::chrono::steady_clock::time_point steady{};
+    WallTime wall{};                                ///< for people and other machines
+    std::chrono::steady_clock::time_point steady{}; ///< for intervals
 
+    /// The present moment.
     static Moment now() { return at(std::chrono::steady_clock::now()); }
 
     /// The wall clock's time of a moment of the steady one, as the clocks stand now.

@@ -28,17 +28,18 @@ struct NVRHW_API OutputState;
 /// of the next drive.
 class NVRHW_API Output {
 public:
+    /// What goes on at an output.
     enum Operation { None, Hold, Flash, Pulse };
 
+    /// Of periods and times; anything that converts without loss, such as `5s`.
     using Time = std::chrono::milliseconds;
 
-    /// The shortest period of a flash, two steps of the grid, and the longest time of anything.
-    static constexpr Time SHORTEST_PERIOD{100};
-    static constexpr Time LONGEST_TIME{2147483};
+    static constexpr Time SHORTEST_PERIOD{100};  ///< of a flash: two steps of the grid
+    static constexpr Time LONGEST_TIME{2147483}; ///< of anything
 
     int id;                ///< of the hardware configuration
     std::string_view name; ///< empty when it has none; lives as long as any handle of the output
-    Line line;
+    Line line;             ///< where it is wired
 
     /// Active until something else is asked for, or for a time.
     Result hold() const;
@@ -92,6 +93,7 @@ struct NVRHW_API OutputState {
 
 /// Something that happened to an output.
 struct NVRHW_API OutputChange {
+    /// What happened.
     enum Kind {
         Began,
         Ended,    ///< in its time, or by rest()
@@ -100,13 +102,13 @@ struct NVRHW_API OutputChange {
         Driven    ///< the line was driven to another level; for Board::onDrive() alone
     };
 
-    Output output;
-    Kind kind;
+    Output output;               ///< whose it is
+    Kind kind;                   ///< what happened
     Output::Operation operation; ///< which began or ended; for the others the one that goes on
     int level;                   ///< of the drive, for Driven and Failed; else -1
     Cause cause;                 ///< of Failed
-    Moment time;
-    unsigned leftOut; ///< of this output, not told before this one, for want of room
+    Moment time;                 ///< when it happened
+    unsigned leftOut;            ///< of this output, not told before this one, for want of room
 };
 
 /// "none", "hold", "flash" or "pulse".

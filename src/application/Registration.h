@@ -12,7 +12,9 @@ class Subscription;
 /// registered. It may outlive its board: no call comes any more then.
 class NVRHW_API Registration {
 public:
-    Registration() = default;
+    Registration() = default; ///< nothing is registered
+
+    /// For Board, which makes them.
     explicit Registration(std::shared_ptr<Subscription> subscription);
 
     /// As end().

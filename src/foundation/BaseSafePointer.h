@@ -30,7 +30,7 @@ protected:
             to = std::copy(from, found, to);
             from = found + std::strlen(tag);
         }
-        std::strcpy(to, from);
+        *std::copy(from, from + std::strlen(from), to) = '\0';
         return name;
     }
 };

@@ -5,13 +5,13 @@
 /// What GPIOOperator::set() was asked to do with a line over time: its arguments, as they stand
 /// there.
 struct NVRHW_API GPIOOperation {
-    int group;
-    int bit;
-    int mode; ///< 1 hold, 2 toggle, 3 pulse; others as set() says
-    int level;
-    int stopLevel;
-    float frequency;
-    int timeOut;
+    int group;       ///< the bank
+    int bit;         ///< the line in it
+    int mode;        ///< 1 hold, 2 toggle, 3 pulse; others as set() says
+    int level;       ///< while it goes on, or begins
+    int stopLevel;   ///< when it is over
+    float frequency; ///< level changes a second, of a toggle
+    int timeOut;     ///< milliseconds; 0 for no end
 };
 
 /// Is told what a GPIOOperator does, in the thread that does it, mostly with the operator's record

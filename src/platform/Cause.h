@@ -37,9 +37,11 @@ struct NVRHW_API Cause {
         return told;
     }
 
+    /// Equal in all that is known.
     friend bool operator==(const Cause& one, const Cause& other) {
         return one.tied() == other.tied();
     }
+    /// Different in something that is known.
     friend bool operator!=(const Cause& one, const Cause& other) { return !(one == other); }
 
 private:

@@ -10,6 +10,7 @@
 /// Every answer may be "nothing known", and nothing but explanations depends on it. Thread-safe.
 class NVRHW_API Insight {
 public:
+    /// What was attempted at a line.
     enum Operation { READ, DRIVE, WATCH };
 
     /// Why the last attempt at a line failed, whichever driver or detector of this process made it.
