@@ -11,12 +11,17 @@ namespace nvrhw {
 
 namespace {
 
+constexpr std::size_t MOST_LISTED = 32;
+
 std::string listed(const std::vector<LineUse>& uses) {
     std::string text;
-    for (const LineUse& use : uses) {
-        text += (text.empty() ? "" : ", ") + std::to_string(use.id) +
-                (use.name.empty() ? "" : " (" + use.name + ")");
+    for (std::size_t i = 0; i < uses.size() && i < MOST_LISTED; ++i) {
+        text += (text.empty() ? "" : ", ") + std::to_string(uses[i].id) +
+                (uses[i].name.empty() ? "" : " (" + uses[i].name + ")");
     }
+    text += uses.size() > MOST_LISTED
+                ? " and " + std::to_string(uses.size() - MOST_LISTED) + " more"
+                : "";
     return text.empty() ? "there are none" : "there are " + text;
 }
 
@@ -111,18 +116,18 @@ std::vector<Input> Board::inputs() const { return m_Core->inputs().inputs(); }
 std::vector<Output> Board::outputs() const { return m_Core->outputs().outputs(); }
 
 std::vector<LineUse> Board::lines() const {
-    std::vector<LineUse> lines = m_Core->inputs().uses();
+    std::vector<LineUse> lines = m_Core->inputUses();
     const std::vector<LineUse>& outputs = m_Core->outputs().uses();
     lines.insert(lines.end(), outputs.begin(), outputs.end());
     return lines;
 }
 
 Input Board::input(int id) const {
-    return m_Core->inputs().at(indexOf(m_Core->inputs().uses(), INPUT, id));
+    return m_Core->inputs().at(indexOf(m_Core->inputUses(), INPUT, id));
 }
 
 Input Board::input(const std::string& name) const {
-    return m_Core->inputs().at(indexOf(m_Core->inputs().uses(), INPUT, name));
+    return m_Core->inputs().at(indexOf(m_Core->inputUses(), INPUT, name));
 }
 
 Output Board::output(int id) const {

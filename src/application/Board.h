@@ -44,6 +44,11 @@ struct NVRHW_API BoardOptions {
     /// and empty, with a log record, where that fails.
     bool linesOnly = false;
 
+    /// False: the inputs are not watched, and nobody is told of them; Board::inputs() and
+    /// Board::input() look at the lines, and what they return stays as it was found. For programs
+    /// that need a board for a moment: the lines of inputs are not held before.
+    bool watch = true;
+
     /// How many changes wait for a callback before the latest state of an input takes the place of
     /// those before it.
     unsigned mailbox = 256;
@@ -132,8 +137,8 @@ public:
     /// is replaced or fails, whoever asked for it in this process.
     [[nodiscard]] Registration onOutput(OutputCallback callback) const;
 
-    /// The same for each drive of an output's line to another level than the drive before it, the
-    /// first one included, and for failures.
+    /// The same, and in its order each drive of an output's line to another level than the drive
+    /// before it; the first one and the one that ends a failure are told in any case.
     [[nodiscard]] Registration onDrive(OutputCallback callback) const;
 
 private:

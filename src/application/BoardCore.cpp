@@ -125,8 +125,7 @@ BoardCore::~BoardCore() noexcept { close(); }
 void BoardCore::expectDocuments() const {
     std::error_code error;
     if (!std::filesystem::is_directory(m_Options.directory, error)) {
-        throw unusable({{"there is no such directory", m_Options.directory, 0,
-                         error ? error.value() : ENOTDIR}});
+        throw unusable({{"", m_Options.directory, 0, error ? error.value() : ENOTDIR}});
     }
     std::vector<Cause> causes = Insight::findDocumentErrors(m_Options.linesOnly);
     if (!causes.empty()) {
@@ -222,11 +221,20 @@ void BoardCore::watch() {
     auto& [detail, gpioOperator, manager, listener] = *m_Services;
     if (m_IsOwn) {
         listener->setIOAlarmInManager(manager);
-        if (listener->start() == 0) {
+        if (m_Options.watch && listener->start() == 0) {
             throw unusable({{"the inputs cannot be watched; the log says why"}});
         }
     }
-    manager->tellHook();
+    if (m_Options.watch) {
+        manager->tellHook();
+    }
+}
+
+InputModel& BoardCore::inputs() const {
+    if (!m_Options.watch) {
+        m_Services->manager->tellHook();
+    }
+    return *m_Inputs;
 }
 
 void BoardCore::close() {

@@ -41,7 +41,12 @@ public:
     const MachineInfo& machine();
     const SoftwarePackage& software();
     const NVRDeviceAbility& abilities();
-    InputModel& inputs() const { return *m_Inputs; }
+
+    /// Looks at the lines first, on a board that does not watch them.
+    InputModel& inputs() const;
+
+    /// The uses of the inputs, without a look.
+    const std::vector<LineUse>& inputUses() const { return m_Inputs->uses(); }
     OutputModel& outputs() const { return *m_Outputs; }
 
 private:

@@ -5,6 +5,9 @@ namespace nvrhw {
 namespace {
 
 std::string textOf(const std::string& what, const std::vector<Cause>& causes) {
+    if (causes.size() == 1) {
+        return what + ": " + causes.front().text();
+    }
     std::string text = what;
     for (const Cause& cause : causes) {
         text += "\n  " + cause.text();

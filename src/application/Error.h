@@ -34,7 +34,7 @@ public:
     /// `what` is the whole text.
     Error(Code code, const std::string& what);
 
-    /// The text is `what` and a line for each cause.
+    /// The text is "what: cause", or `what` and a line for each of several causes.
     Error(Code code, const std::string& what, std::vector<Cause> causes);
 
     /// What kind of error it is.

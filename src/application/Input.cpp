@@ -1,7 +1,6 @@
 #include "application/Input.h"
 
 #include "application/InputModel.h"
-#include "application/MomentText.h"
 #include "platform/Insight.h"
 
 #include <ostream>
@@ -13,20 +12,22 @@ Input::Input(std::shared_ptr<InputModel> model, std::size_t index)
     : id(model->uses()[index].id), name(model->uses()[index].name), line(model->uses()[index].line),
       m_Model(std::move(model)), m_Index(index) {}
 
-Input::State Input::state() const { return m_Model->last(m_Index).kind; }
-
-int Input::level() const { return m_Model->last(m_Index).level; }
-
-Moment Input::since() const { return m_Model->last(m_Index).time; }
-
-Cause Input::cause() const {
+Input::Status Input::status() const {
     const InputRecord last = m_Model->last(m_Index);
-    Cause cause = last.cause;
-    if (last.kind == Unreadable) { // it may have become another one since
-        Insight::findLineFault(Insight::READ, line.bank, line.bit, cause);
+    Status status{last.kind, last.level, last.time, last.cause};
+    if (last.kind == Unreadable) { // the cause may have become another one since
+        Insight::findLineFault(Insight::READ, line.bank, line.bit, status.cause);
     }
-    return cause;
+    return status;
 }
+
+Input::State Input::state() const { return status().state; }
+
+int Input::level() const { return status().level; }
+
+Moment Input::since() const { return status().since; }
+
+Cause Input::cause() const { return status().cause; }
 
 bool Input::isInverted() const { return m_Model->isInverted(m_Index); }
 

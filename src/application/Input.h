@@ -27,20 +27,25 @@ public:
         Unreadable ///< the line cannot be read: cause() says why
     };
 
+    /// What is known of an input at one moment.
+    struct Status {
+        State state;
+        int level;    ///< 0 or 1; -1 while the line cannot be read
+        Moment since; ///< the state is what it is
+        Cause cause;  ///< why the line cannot be read; empty while it can
+    };
+
     int id;                ///< of the hardware configuration
     std::string_view name; ///< empty when it has none; lives as long as any handle of the input
     Line line;             ///< where it is wired
 
     /// As of the last look at the lines, which follows each of their changes at once.
+    Status status() const;
+
+    /// One of these.
     State state() const;
-
-    /// 0 or 1; -1 while the line cannot be read.
     int level() const;
-
-    /// Since when the state is what it is.
     Moment since() const;
-
-    /// Why the line cannot be read; empty while it can.
     Cause cause() const;
 
     /// Inverted, the input is in alarm while its line is not at the valid level. It holds for this

@@ -1,16 +1,21 @@
 #pragma once
 
+#include "platform/base/Export.h"
+
 #include <chrono>
-#include <cstdint>
+#include <string>
 
 namespace nvrhw {
 
 /// Wall-clock time, microseconds since 1970-01-01 00:00 UTC.
 using WallTime = std::chrono::time_point<std::chrono::system_clock, std::chrono::microseconds>;
 
+/// "14:03:07.412", in the local time of the process.
+NVRHW_API std::string clockText(WallTime time);
+
 /// When something happened, by both clocks: the wall clock is for people and other machines and may
 /// jump; the steady one is for intervals.
-struct Moment {
+struct NVRHW_API Moment {
     WallTime wall{};                                ///< for people and other machines
     std::chrono::steady_clock::time_point steady{}; ///< for intervals
 

@@ -1,6 +1,5 @@
 #include "application/Output.h"
 
-#include "application/MomentText.h"
 #include "application/OutputModel.h"
 
 #include <ostream>

@@ -99,7 +99,7 @@ struct NVRHW_API OutputChange {
         Ended,    ///< in its time, or by rest()
         Replaced, ///< another operation has begun in its place
         Failed,   ///< the line cannot be driven; told once until it can be driven again
-        Driven    ///< the line was driven to another level; for Board::onDrive() alone
+        Driven    ///< the line was driven; for Board::onDrive() alone
     };
 
     Output output;               ///< whose it is

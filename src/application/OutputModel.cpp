@@ -71,8 +71,9 @@ void OutputModel::driven(int group, int bit, int level, bool isDone) {
         fail(*index, Error::NotDriven, driveFault(m_Uses[*index].line), level);
         return;
     }
+    const bool wasFailing = entry.failure.has_value();
     entry.failure.reset();
-    if (std::exchange(entry.driven, level) != level) {
+    if (std::exchange(entry.driven, level) != level || wasFailing) {
         tell(*index, OutputChange::Driven, entry.running, level);
     }
 }
@@ -136,7 +137,7 @@ void OutputModel::refused(const GPIOOperation& operation) {
 void OutputModel::fail(std::size_t index, Error::Code code, const Cause& cause, int level) {
     Entry& entry = m_Entries[index];
     const bool isNew = !entry.failure.has_value() || entry.failure->code() != code;
-    const Error error(code, nameOf(m_Uses[index]) + ": " + cause.text(), {cause});
+    const Error error(code, nameOf(m_Uses[index]), {cause});
     entry.failure.emplace(error);
     const Line& line = m_Uses[index].line;
     if (asked != nullptr && asked->group == line.bank && asked->bit == line.bit) {
@@ -159,8 +160,7 @@ void OutputModel::tell(std::size_t index, OutputChange::Kind kind, Output::Opera
             entry = m_Listeners.erase(entry);
             continue;
         }
-        const bool isDrive = kind == OutputChange::Driven;
-        if (kind == OutputChange::Failed || isDrive == entry->withDrives) {
+        if (kind != OutputChange::Driven || entry->withDrives) {
             told->post(record);
             m_Dispatcher->wake(told);
         }

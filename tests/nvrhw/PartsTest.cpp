@@ -33,7 +33,7 @@ TEST(BoardLines, AreOpenedWithoutRecordsOfTheirFaultsAndWithAllOthers) {
     const SimulatedBoard files{NVRHW_SAMPLE_BOARD};
     std::filesystem::remove(files.line(0, 0));
     LogBook::open();
-    const nvrhw::Board board = BoardLines::openQuietly();
+    const nvrhw::Board board = BoardLines::look();
     Logger::writeLog("Clock", "kept", "test", 1);
     EXPECT_NE(board.input(1).cause().text().find("No such file"), std::string::npos);
     EXPECT_EQ(LogBook::take(), std::vector<std::string>{"kept"});

@@ -3,7 +3,7 @@
 // for whatever ends the program. Either of them opens the end, which both see: never may a message
 // that waits for its reader keep the program from ending.
 
-#include "application/MomentText.h"
+#include "application/Moment.h"
 #include "commands/Commands.h"
 #include "lines/BoardLines.h"
 #include "print/Console.h"
@@ -153,7 +153,7 @@ private:
 
 int run(const Wish& wish, const Settings& settings) {
     const Signals signals;
-    const nvrhw::Board board = BoardLines::open(MOST_CHANGES);
+    const nvrhw::Board board = BoardLines::watch(MOST_CHANGES);
     LogBook::follow();
     if (!settings.json && Console::isTerminal()) {
         Console::complain("following the alarm inputs; Ctrl-C ends it");

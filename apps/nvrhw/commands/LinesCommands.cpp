@@ -36,30 +36,30 @@ std::vector<OutputView> look(const std::vector<nvrhw::Output>& outputs) {
 }
 
 int runInputs(const Settings& settings) {
-    Table::printList(describeAll(BoardLines::openQuietly().inputs(), describe), settings.json);
+    Table::printList(describeAll(BoardLines::look().inputs(), describe), settings.json);
     return 0;
 }
 
 int runOutputs(const Settings& settings) {
-    const nvrhw::Board board = BoardLines::openQuietly();
+    const nvrhw::Board board = BoardLines::look();
     Table::printList(describeAll(look(board.outputs()), describe), settings.json);
     return 0;
 }
 
 int runInput(const std::string& which, const Settings& settings) {
-    printOne(describe(BoardLines::openQuietly().input(which)), settings);
+    printOne(describe(BoardLines::look().input(which)), settings);
     return 0;
 }
 
 int runOutput(const std::string& which, const Settings& settings) {
-    const nvrhw::Board board = BoardLines::openQuietly();
+    const nvrhw::Board board = BoardLines::look();
     printOne(describe(look({board.output(which)}).front()), settings);
     return 0;
 }
 
 // What the flip has made of the input is seen at once by a board that is opened after it.
 int runFlip(const std::string& which, const Settings& settings) {
-    const nvrhw::Input input = BoardLines::openQuietly().input(which);
+    const nvrhw::Input input = BoardLines::look().input(which);
     const int level = BoardLines::flip(input);
     if (settings.json) {
         return runInput(which, settings);
@@ -70,7 +70,7 @@ int runFlip(const std::string& which, const Settings& settings) {
 }
 
 int runValidLevel(const Trial& trial, const Settings& settings) {
-    const nvrhw::Board board = BoardLines::openQuietly();
+    const nvrhw::Board board = BoardLines::look();
     const nvrhw::Input input = board.input(trial.which);
     if (trial.level != NO_LEVEL) {
         input.setInverted(trial.level != 0);

@@ -94,7 +94,7 @@ void runPanel(const Signals& signals) {
     GlobalEnv::getInstance()->setPrintFlag(0); // the terminal is the picture's
     const auto mail = std::make_shared<PanelMail>(PanelModel::MOST_MESSAGES);
     const LogToMail log(mail);
-    const nvrhw::Board board = BoardLines::open();
+    const nvrhw::Board board = BoardLines::watch();
     PanelModel model(board);
     const nvrhw::Registration watch =
         board.onInput([&](const nvrhw::InputChange& change) { mail->addChange(change); });

@@ -89,37 +89,33 @@ public:
     using Post = std::function<void(const OutputChange& change)>;
 
     DriveTrace(const nvrhw::Board& board, const Post& post)
-        : m_Drives(board.onDrive([this, post](const OutputChange& change) {
+        : m_Told(board.onDrive([this, post](const OutputChange& change) {
               post(change);
-              note(change.kind == OutputChange::Driven ? change.level : NO_LEVEL, false);
-          })),
-          m_Ends(board.onOutput([this](const OutputChange& change) {
-              note(NO_LEVEL, change.kind == OutputChange::Ended);
+              note(change);
           })) {}
 
     /// Until this level has been told, and the end of an operation if there was one: what is told
     /// of an output's drives comes before the end that follows them.
     void wait(int level, bool hasEnd) {
         std::unique_lock<std::mutex> lock(m_Mutex);
-        m_Told.wait(lock, [&] { return m_Level == level && (m_HasEnded || !hasEnd); });
+        m_Noted.wait(lock, [&] { return m_Level == level && (m_HasEnded || !hasEnd); });
     }
 
 private:
     static constexpr int NO_LEVEL = -1;
 
-    void note(int level, bool isEnd) {
+    void note(const OutputChange& change) {
         const std::lock_guard<std::mutex> guard(m_Mutex);
-        m_Level = level != NO_LEVEL ? level : m_Level;
-        m_HasEnded = m_HasEnded || isEnd;
-        m_Told.notify_one();
+        m_Level = change.kind == OutputChange::Driven ? change.level : m_Level;
+        m_HasEnded = m_HasEnded || change.kind == OutputChange::Ended;
+        m_Noted.notify_one();
     }
 
     std::mutex m_Mutex;
-    std::condition_variable m_Told;
+    std::condition_variable m_Noted;
     int m_Level = NO_LEVEL;
     bool m_HasEnded = false;
-    const nvrhw::Registration m_Drives; // they end before what they use
-    const nvrhw::Registration m_Ends;
+    const nvrhw::Registration m_Told; // it ends before what it uses
 };
 
 // False when a signal has come before the operation is over.
@@ -163,7 +159,7 @@ std::string carryOut(const Wish& wish, const OutputView& view, DriveTrace& trace
 OutputView drive(Wish& wish, const OutputMode& mode, const Settings& settings, LineWriter& trace,
                  std::string& result) {
     const Signals signals;
-    const nvrhw::Board board = BoardLines::openQuietly();
+    const nvrhw::Board board = BoardLines::look();
     OutputView view{board.output(wish.which), mode};
     wish.id = view.output.id;
     DriveTrace drives(board, [&](const OutputChange& change) {

@@ -7,10 +7,10 @@
 
 #include <fstream>
 
-nvrhw::Board BoardLines::open(unsigned mailbox) try {
-    nvrhw::BoardOptions options;
+namespace {
+
+nvrhw::Board openLines(nvrhw::BoardOptions options) try {
     options.linesOnly = true;
-    options.mailbox = mailbox;
     return nvrhw::Board(options);
 } catch (const nvrhw::Error& error) {
     if (error.code() != nvrhw::Error::BadBoard || error.causes().empty()) {
@@ -21,9 +21,19 @@ nvrhw::Board BoardLines::open(unsigned mailbox) try {
                                 (more > 0 ? ", and " + std::to_string(more) + " more" : ""));
 }
 
-nvrhw::Board BoardLines::openQuietly() {
+} // namespace
+
+nvrhw::Board BoardLines::watch(unsigned mailbox) {
+    nvrhw::BoardOptions options;
+    options.mailbox = mailbox;
+    return openLines(options);
+}
+
+nvrhw::Board BoardLines::look() {
     LogBook::leaveOut("GPIOError");
-    return open();
+    nvrhw::BoardOptions options;
+    options.watch = false;
+    return openLines(options);
 }
 
 int BoardLines::flip(const nvrhw::Input& input) {

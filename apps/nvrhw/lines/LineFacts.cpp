@@ -65,16 +65,9 @@ Record describeLine(const Each& each, int level, const Cause& cause, const Fact&
 } // namespace
 
 Record describe(const nvrhw::Input& input) {
-    int level = 0;
-    nvrhw::Input::State state{};
-    Cause cause;
-    do { // the line may be lost or found in between
-        level = input.level();
-        state = input.state();
-        cause = input.cause();
-    } while (level != input.level());
+    const nvrhw::Input::Status now = input.status();
     const Fact userLevel{"userValidLevel", "USER", input.isInverted() ? 1 : 0};
-    return describeLine(input, level, cause, userLevel, stateOf(state));
+    return describeLine(input, now.level, now.cause, userLevel, stateOf(now.state));
 }
 
 Record describe(const OutputView& view) {

@@ -1,6 +1,6 @@
 #include "panel/PanelList.h"
 
-#include "application/MomentText.h"
+#include "application/Moment.h"
 #include "print/Text.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "panel/PanelView.h"
 
-#include "application/MomentText.h"
+#include "application/Moment.h"
 #include "panel/PanelList.h"
 #include "print/Text.h"
 

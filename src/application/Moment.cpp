@@ -1,15 +1,11 @@
-#pragma once
-
 #include "application/Moment.h"
 
 #include <cstdio>
 #include <ctime>
-#include <string>
 
 namespace nvrhw {
 
-/// "14:03:07.412", in the local time of the process.
-inline std::string clockText(WallTime time) {
+std::string clockText(WallTime time) {
     using namespace std::chrono;
     const auto seconds = floor<std::chrono::seconds>(time);
     const std::time_t second = seconds.time_since_epoch().count();
