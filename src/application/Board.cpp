@@ -67,7 +67,7 @@ constexpr char OUTPUT[] = "output ";
 
 Board::Board() : Board(BoardOptions()) {}
 
-Board::Board(const std::string& directory) : m_Core() {
+Board::Board(const std::string& directory) {
     BoardOptions options;
     options.directory = directory;
     m_Core = std::make_shared<BoardCore>(options);

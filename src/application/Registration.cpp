@@ -25,4 +25,10 @@ void Registration::end() {
     }
 }
 
+void Registration::finish() {
+    if (const auto subscription = std::exchange(m_Subscription, nullptr)) {
+        subscription->finish();
+    }
+}
+
 } // namespace nvrhw

@@ -30,6 +30,10 @@ public:
     /// either, and logs when that would have been needed.
     void end();
 
+    /// As end(), but what waits is told before, in the calling thread: for whoever wants to hear of
+    /// what he has just done. From inside a callback it is end().
+    void finish();
+
 private:
     std::shared_ptr<Subscription> m_Subscription;
 };

@@ -11,6 +11,7 @@
 #include "platform/Diagnostics.h"
 
 #include <exception>
+#include <limits>
 #include <utility>
 
 namespace nvrhw {
@@ -75,6 +76,20 @@ void Subscription::call() {
         const std::string text = m_Name + ": the callback ended by an exception: " + cause;
         Logger::writeLog("CallbackError", text.c_str(), SOURCE, __LINE__);
     }
+}
+
+void Subscription::finish() {
+    for (bool goesOn = !isInside(); goesOn;) {
+        {
+            const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+            while (m_IsBusy) {
+                m_Idle.wait(m_Mutex, SOURCE, __LINE__);
+            }
+            goesOn = m_HasMail && !m_IsEnded;
+        }
+        run(std::numeric_limits<std::size_t>::max());
+    }
+    end();
 }
 
 void Subscription::end() {

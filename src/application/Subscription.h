@@ -36,6 +36,9 @@ public:
     /// As Registration::end().
     void end() NVRHW_EXCLUDES(m_Mutex);
 
+    /// As Registration::finish().
+    void finish() NVRHW_EXCLUDES(m_Mutex);
+
     /// True in a thread that is inside a callback of any subscription.
     static bool isInside();
 

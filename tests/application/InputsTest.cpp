@@ -4,6 +4,7 @@
 #include "support/LogCapture.h"
 #include "support/SimulatedBoard.h"
 
+#include <algorithm>
 #include <atomic>
 #include <optional>
 #include <random>
@@ -77,10 +78,20 @@ TEST_F(InputsTest, LostAndFoundLinesAreChangesWithTheirCauseAndTime) {
     EXPECT_EQ(door.cause().where, m_Files.line(0, 0));
     m_Files.addLine(0, 0, 1);
     EXPECT_EQ(told.takeUpTo("1=alarm "), "1=alarm ");
+    const auto bothTold = [&] { // in either order: a batch may fall into the renaming
+        std::string text = told.takeUpTo(" ");
+        while (std::count(text.begin(), text.end(), ' ') < 2) {
+            text += told.takeUpTo(" ");
+        }
+        return text;
+    };
     std::filesystem::rename(m_Files.bank(0), m_Files.device() / "away");
-    EXPECT_EQ(told.takeUpTo("2=unreadable "), "1=unreadable 2=unreadable ");
+    const std::string lost = bothTold();
+    EXPECT_TRUE(lost == "1=unreadable 2=unreadable " || lost == "2=unreadable 1=unreadable ")
+        << lost;
     std::filesystem::rename(m_Files.device() / "away", m_Files.bank(0));
-    EXPECT_EQ(told.takeUpTo("2=normal "), "1=alarm 2=normal ");
+    const std::string found = bothTold();
+    EXPECT_TRUE(found == "1=alarm 2=normal " || found == "2=normal 1=alarm ") << found;
 
     const InputChange last = told.inputs().back();
     EXPECT_LE(last.time.steady, std::chrono::steady_clock::now());
@@ -112,7 +123,7 @@ TEST_F(InputsTest, AFullMailboxKeepsTheLatestStateAndCountsTheRest) {
     Board& board = open(1); // room for one change of each input: two
     ChangeRecorder told, seen;
     Gate entered, leave;
-    const auto slow = board.onInput([&](const InputChange& change) {
+    auto slow = board.onInput([&](const InputChange& change) {
         told(change);
         if (change.input.id == 2 && change.isPresent) {
             entered.open();
@@ -136,7 +147,10 @@ TEST_F(InputsTest, AFullMailboxKeepsTheLatestStateAndCountsTheRest) {
     leave.open();
     EXPECT_EQ(told.takeUpTo("2=alarm+2 "), "1~normal 2~normal 1=alarm 1=normal 2=alarm+2 ");
     flip(0, 1, "1=alarm ");
-    EXPECT_EQ(told.takeUpTo("1=alarm+2 "), "1=alarm+2 ");
+    slow.finish(); // tells what waits, if it does
+    EXPECT_EQ(told.take(), "1=alarm+2 ");
+    flip(0, 0, "1=normal ");
+    EXPECT_EQ(told.take(), "");
 }
 
 TEST_F(InputsTest, ACallbackMayEndItselfRegisterAnotherDriveAndRaise) {
