@@ -5,9 +5,6 @@
 #include <nvrhw/gpio/GPIOOperator.h>
 #include <nvrhw/nvrhw.h>
 #include <nvrhw/service/HardwareServiceFactory.h>
-#include <thread>
-
-using namespace std::chrono_literals;
 
 int main() try {
     auto* factory = HardwareServiceFactory::getInstance();
@@ -27,13 +24,13 @@ int main() try {
 
         // What is new, on the services that run; whoever drives an output, it is told here.
         const nvrhw::Board board = nvrhw::Board::running();
-        const auto watch = board.onOutput(
+        auto watch = board.onOutput(
             [](const nvrhw::OutputChange& change) { std::cout << change << std::endl; });
         const nvrhw::Output output = board.output(1);
         outputs->triggerAlarm(1);
         std::cout << "level " << levelOf(output.line) << std::endl;
         output.rest();
-        std::this_thread::sleep_for(100ms); // the application has other things to do
+        watch.finish(); // tells what is still to be told
     } // first the watch, then the board, then the services' pointers: all before stop()
     factory->stop();
 } catch (const nvrhw::Error& error) {
