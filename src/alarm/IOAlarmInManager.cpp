@@ -14,6 +14,7 @@
 // the earlier one, hence after the notification began, and tells what it was to tell: it ends. (A
 // line that could not be read in that batch keeps its state, as after any failed reading.) A batch
 // without a state judges nothing and does not count, unless a hook is told of the lines it misses.
+// A look for the hook alone judges nothing either: it makes a notification read again, and no more.
 #include "alarm/IOAlarmInManager.h"
 
 #include "alarm/GPIOAlarmIn.h"
@@ -133,6 +134,11 @@ int IOAlarmInManager::setValidLevel(AlarmInTable& table, int id, int level) {
 void IOAlarmInManager::setHook(const std::shared_ptr<IAlarmInHook>& hook) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     m_Hook = hook;
+    for (const auto& known : m_AlarmIns) {
+        if (hook != nullptr) {
+            hook->validLevelSet(known.first, known.second->getValidLevel());
+        }
+    }
 }
 
 void IOAlarmInManager::getRealLevel(std::vector<IOState>& states) {
@@ -157,19 +163,24 @@ void IOAlarmInManager::tellHook() { look(false, FOR_HOOK); }
 
 void IOAlarmInManager::look(bool isVirtual, Purpose purpose) {
     Hook told;
-    for (int reading = 1; reading <= MAX_READINGS; ++reading) {
+    for (int overtaken = 0; overtaken < MAX_READINGS;) {
         const unsigned before = m_Judgements;
+        const unsigned looksBefore = m_HookLooks;
         std::vector<IOState> states;
         getLevel(isVirtual, states);
         const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
         if (before != m_Judgements) {
+            ++overtaken;
             continue;
         }
-        told = isVirtual ? nullptr : m_Hook;
-        if (!states.empty() || told != nullptr) {
-            ++m_Judgements;
+        if (looksBefore != m_HookLooks) {
+            continue; // that one has judged nothing in this one's place
         }
-        if (purpose == FOR_ALL) {
+        told = isVirtual ? nullptr : m_Hook;
+        if (purpose == FOR_HOOK) {
+            ++m_HookLooks;
+        } else {
+            m_Judgements += !states.empty() || told != nullptr ? 1 : 0;
             judge(states, isVirtual);
         }
         if (told != nullptr) {

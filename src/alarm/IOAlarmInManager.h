@@ -70,8 +70,9 @@ public:
     /// if that happens twice: the later of them have been read after this call began.
     int notifyAlarmConsumers(bool isVirtual) NVRHW_EXCLUDES(m_Mutex);
 
-    /// Who is told from now on what is found at the lines; null for nobody. A call of the one
-    /// before may still be going on when this returns: it lives until then.
+    /// Who is told from now on what is found at the lines; null for nobody. It is first told the
+    /// valid level of every input. There is one at a time, which an nvrhw::Board is while it is
+    /// open. A call of the one before may still be going on when this returns: it lives until then.
     void setHook(const std::shared_ptr<IAlarmInHook>& hook) NVRHW_EXCLUDES(m_Mutex);
 
     /// Reads the lines and tells the hook alone: no input is judged and no message sent, so that
@@ -89,7 +90,9 @@ private:
     AlarmInTable m_AlarmIns NVRHW_GUARDED_BY(m_Mutex);
     XQMutex m_Mutex; // guards the table and every call into an input
 
-    std::atomic<unsigned> m_Judgements{0}; // of batches; changed under m_Mutex, read without
+    // Of batches; changed under m_Mutex, read without.
+    std::atomic<unsigned> m_Judgements{0};
+    std::atomic<unsigned> m_HookLooks{0}; // those that judged no input
     Hook m_Hook NVRHW_GUARDED_BY(m_Mutex);
 
     SafePointer<HardwareConfigItemList> m_AlarmInConfigItemList;

@@ -60,6 +60,12 @@ Error documentError(const std::string& what) {
     return {Error::NotStored, what, {cause}};
 }
 
+void expectCallable(bool isCallable) {
+    if (!isCallable) {
+        throw Error(Error::BadArgument, "an empty callback");
+    }
+}
+
 constexpr char INPUT[] = "input ";
 constexpr char OUTPUT[] = "output ";
 
@@ -155,6 +161,10 @@ Registration Board::onInput(InPlace /*unused*/, InputCallback callback, int id) 
 }
 
 Registration Board::subscribe(InputCallback callback, std::optional<int> id, bool isInPlace) const {
+    if (!m_Core->options().watch) {
+        throw Error(Error::BadArgument, "this board does not watch its inputs");
+    }
+    expectCallable(static_cast<bool>(callback));
     InputModel& inputs = m_Core->inputs();
     std::optional<std::size_t> only;
     if (id.has_value()) {
@@ -165,11 +175,13 @@ Registration Board::subscribe(InputCallback callback, std::optional<int> id, boo
 }
 
 Registration Board::onOutput(OutputCallback callback) const {
+    expectCallable(static_cast<bool>(callback));
     return Registration(
         m_Core->outputs().subscribe(std::move(callback), false, m_Core->options().mailbox));
 }
 
 Registration Board::onDrive(OutputCallback callback) const {
+    expectCallable(static_cast<bool>(callback));
     return Registration(
         m_Core->outputs().subscribe(std::move(callback), true, m_Core->options().mailbox));
 }

@@ -44,9 +44,9 @@ struct NVRHW_API BoardOptions {
     /// and empty, with a log record, where that fails.
     bool linesOnly = false;
 
-    /// False: the inputs are not watched, and nobody is told of them; Board::inputs() and
-    /// Board::input() look at the lines, and what they return stays as it was found. For programs
-    /// that need a board for a moment: the lines of inputs are not held before.
+    /// False: the inputs are not watched, and Board::onInput() raises Error::BadArgument. What is
+    /// known of inputs is as of the last Board::inputs() or Board::input(), which look at the
+    /// lines. For programs that need a board for a moment: no line of an input is held before that.
     bool watch = true;
 
     /// How many changes wait for a callback before the latest state of an input takes the place of
@@ -74,7 +74,9 @@ public:
 
     /// The board of the HardwareServiceFactory that runs: the same services, so that an application
     /// can move over piece by piece. The factory is started before and stopped after; the outputs
-    /// are left as they are. Raises Error::NoService when it does not run.
+    /// are left as they are. Raises Error::NoService when it does not run. Neither this nor the
+    /// destructor of the board, nor Input::setInverted(), may be called from inside an
+    /// IHardwareAlarmListener, with the lock of the inputs' manager held.
     static Board running();
 
     /// No callback runs or comes any more when it has returned. The outputs come to rest, or not,
@@ -120,7 +122,9 @@ public:
     /// of the callback is logged and ends nothing.
     ///
     /// From inside the callback everything may be called; it may end its own registration, but
-    /// should end no other.
+    /// should end no other. The first calls may come before this has returned a Registration:
+    /// Registration::endCurrent() needs none. Whoever keeps one as a member puts it behind what the
+    /// callback uses, so that it ends first.
     [[nodiscard]] Registration onInput(InputCallback callback) const;
 
     /// The same for one input. Raises Error::NoSuchLine.

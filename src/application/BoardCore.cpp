@@ -7,6 +7,7 @@
 #include "application/BoardCore.h"
 
 #include "ability/DeviceAbilityCollector.h"
+#include "application/Service.h"
 #include "config/ConfigFileNameConst.h"
 #include "config/MachineConfiguration.h"
 #include "platform/Diagnostics.h"
@@ -61,14 +62,15 @@ std::vector<LineUse> toUses(LineUse::Purpose purpose,
     return uses;
 }
 
-template <typename T> SafePointer<T>& serviceOf(const char* name) {
-    auto* const holder =
-        dynamic_cast<SafePointer<T>*>(HardwareServiceFactory::getInstance()->getService(name));
-    if (holder == nullptr) {
-        throw Error(Error::NoService,
-                    "the factory does not run: it has no service \"" + std::string(name) + "\"");
+// Asked before anything is changed.
+const BoardOptions& expectFactory(bool isRunning, const BoardOptions& options) {
+    if (HardwareServiceFactory::getInstance()->isRunning() == isRunning) {
+        return options;
     }
-    return *holder;
+    if (isRunning) {
+        throw Error(Error::NoService, "the factory does not run: start() comes before this");
+    }
+    throw Error(Error::Busy, "the factory runs in this process: Board::running() is its board");
 }
 
 } // namespace
@@ -92,11 +94,8 @@ BoardCore::Place::~Place() {
 }
 
 BoardCore::BoardCore(const BoardOptions& options)
-    : m_Options(options), m_Place(options.directory), m_IsOwn(true) {
+    : m_Options(expectFactory(false, options)), m_Place(options.directory), m_IsOwn(true) {
     m_Options.directory = rootDirectory();
-    if (HardwareServiceFactory::getInstance()->isRunning()) {
-        throw Error(Error::Busy, "the factory runs in this process: Board::running() is its board");
-    }
     expectDocuments();
     readLines();
     if (!options.linesOnly) {
@@ -107,16 +106,17 @@ BoardCore::BoardCore(const BoardOptions& options)
     begin();
 }
 
-BoardCore::BoardCore(OfFactory /*unused*/) : m_Place(""), m_IsOwn(false) {
+BoardCore::BoardCore(OfFactory /*unused*/)
+    : m_Options(expectFactory(true, BoardOptions())), m_Place(""), m_IsOwn(false) {
     m_Options.directory = rootDirectory();
     m_Options.atEnd = BoardOptions::LeaveAll;
-    const auto& configuration = serviceOf<MachineConfiguration>("machineConfiguration");
+    const auto configuration = service<MachineConfiguration>();
     m_Machine = configuration->getMachineInfo();
     m_Software = configuration->getSoftwarePackage();
     m_Abilities = configuration->getNVRDeviceAbility();
-    m_Services->detail = serviceOf<MachineConfigurationDetail>("machineConfigurationDetail");
-    m_Services->gpioOperator = serviceOf<GPIOOperator>("gpio");
-    m_Services->manager = serviceOf<IOAlarmInManager>("IOAlarmInManager");
+    m_Services->detail = service<MachineConfigurationDetail>();
+    m_Services->gpioOperator = service<GPIOOperator>();
+    m_Services->manager = service<IOAlarmInManager>();
     begin();
 }
 
@@ -185,19 +185,17 @@ void BoardCore::openLines() {
     driver->m_DeviceName = GPIO_DEVICE;
     expectRead(driver->init(), "the GPIO device");
 
-    auto& [detail, gpioOperator, manager, listener] = *m_Services;
+    auto& [detail, gpioOperator, manager] = *m_Services;
     gpioOperator = SafePointer<GPIOOperator>(new (SOURCE, __LINE__) GPIOOperator);
     gpioOperator->setGPIO(owner);
     manager = SafePointer<IOAlarmInManager>(new (SOURCE, __LINE__) IOAlarmInManager);
     manager->setGPIOOperator(gpioOperator);
     manager->setMachineConfigurationDetail(detail);
     manager->init();
-    listener = SafePointer<IOAlarmInListener>(new (SOURCE, __LINE__) IOAlarmInListener);
-    listener->setMachineConfigurationDetail(detail);
 }
 
 void BoardCore::begin() {
-    auto& [detail, gpioOperator, manager, listener] = *m_Services;
+    auto& [detail, gpioOperator, manager] = *m_Services;
     m_Inputs = std::make_shared<InputModel>(
         manager, toUses(LineUse::AlarmInput, detail->getAlarmInConfigItemList()), m_Dispatcher,
         m_Life);
@@ -218,16 +216,16 @@ void BoardCore::watch() {
     if (!m_Dispatcher->start()) {
         throw Error(Error::NoWorker, "the thread for callbacks cannot be started");
     }
-    auto& [detail, gpioOperator, manager, listener] = *m_Services;
+    if (!m_Options.watch) {
+        return;
+    }
     if (m_IsOwn) {
-        listener->setIOAlarmInManager(manager);
-        if (m_Options.watch && listener->start() == 0) {
+        m_Watch = std::make_unique<InputWatch>(m_Services->manager);
+        if (!m_Watch->start(m_Inputs->uses())) {
             throw unusable({{"the inputs cannot be watched; the log says why"}});
         }
     }
-    if (m_Options.watch) {
-        manager->tellHook();
-    }
+    m_Services->manager->tellHook();
 }
 
 InputModel& BoardCore::inputs() const {
@@ -241,24 +239,16 @@ void BoardCore::close() {
     if (m_Services == nullptr) {
         return;
     }
-    if (m_IsOwn) {
-        m_Services->listener->stop();
-    }
+    m_Watch.reset();
+    m_Life->close(); // nobody drives any more but this
     if (m_Options.atEnd != BoardOptions::LeaveAll) {
         m_Outputs->putToRest(m_Options.atEnd == BoardOptions::RestAll);
     }
-    m_Life->close();
     m_Services->manager->setHook(nullptr);
     m_Services->gpioOperator->setHook(nullptr);
     m_Inputs->close();
     m_Outputs->close();
     m_Dispatcher->stop();
-    if (m_IsOwn) {
-        // The detector's handler keeps a manager for good; one without lines takes this one's
-        // place.
-        SafePointer<IOAlarmInManager> nobody(new IOAlarmInManager);
-        m_Services->listener->setIOAlarmInManager(nobody);
-    }
     m_Services.reset();
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "alarm/IOAlarmInListener.h"
 #include "alarm/IOAlarmInManager.h"
 #include "application/Board.h"
 #include "application/Dispatcher.h"
 #include "application/InputModel.h"
+#include "application/InputWatch.h"
 #include "application/LifeGuard.h"
 #include "application/OutputModel.h"
 #include "config/MachineConfigurationDetail.h"
@@ -67,7 +67,6 @@ private:
         SafePointer<MachineConfigurationDetail> detail{};
         SafePointer<GPIOOperator> gpioOperator{};
         SafePointer<IOAlarmInManager> manager{};
-        SafePointer<IOAlarmInListener> listener{};
     };
 
     void expectDocuments() const;
@@ -89,6 +88,7 @@ private:
     NVRDeviceAbility m_Abilities{};
     const std::shared_ptr<Dispatcher> m_Dispatcher = std::make_shared<Dispatcher>();
     const std::shared_ptr<LifeGuard> m_Life = std::make_shared<LifeGuard>();
+    std::unique_ptr<InputWatch> m_Watch{}; // of a board of its own
     std::shared_ptr<InputModel> m_Inputs{};
     std::shared_ptr<OutputModel> m_Outputs{};
 };

@@ -48,8 +48,8 @@ private:
     std::shared_ptr<const std::vector<Cause>> m_Causes; // an exception is copied without raising
 };
 
-/// Success, or the Error that stood in the way. It may be ignored: what it tells is told to the
-/// board's registrations and in the log, too.
+/// Success, or the Error that stood in the way. It may be ignored: a line that
+/// cannot be driven is told to the board's registrations and in the log, too.
 class NVRHW_API Result {
 public:
     /// Success.

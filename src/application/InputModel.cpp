@@ -21,15 +21,15 @@ namespace {
 constexpr char SOURCE[] = "InputModel";
 constexpr int NO_LEVEL = -1;
 
-// When the kernel saw the edge that led to a change seen now, if it did; it lies after the change
-// before, or it was another edge.
-Moment edgeTime(const Line& line, const Moment& before) {
+// When the kernel saw the edge that led to a level found now, if it did: one that came since the
+// look before. An older one led to a level that was seen then.
+Moment edgeTime(const Line& line, std::chrono::steady_clock::time_point lookBefore) {
     using namespace std::chrono;
     std::int64_t edge = 0;
     const auto now = steady_clock::now();
     if (Insight::findLastEdge(line.bank, line.bit, edge)) {
         const steady_clock::time_point seen{nanoseconds(edge)};
-        if (seen > before.steady && seen <= now) {
+        if (seen > lookBefore && seen <= now) {
             return Moment::at(seen);
         }
     }
@@ -45,7 +45,6 @@ InputModel::InputModel(const SafePointer<IOAlarmInManager>& manager, std::vector
       m_Entries(m_Uses.size()) {
     for (std::size_t i = 0; i < m_Entries.size(); ++i) {
         m_Entries[i].last.source = i;
-        m_Manager->getValidLevel(m_Uses[i].id, m_Entries[i].userLevel);
     }
 }
 
@@ -59,6 +58,7 @@ void InputModel::judged(const std::vector<IOState>& states) {
         const bool isRead = state != states.end() && state->getId() == m_Uses[i].id;
         see(i, isRead ? (state++)->getLevel() : NO_LEVEL);
     }
+    m_LastLook = std::chrono::steady_clock::now();
 }
 
 void InputModel::validLevelSet(int id, int level) {
@@ -88,7 +88,8 @@ void InputModel::see(std::size_t index, int level) {
         entry.last.cause.what = "cannot be read";
         Insight::findLineFault(Insight::READ, line.bank, line.bit, entry.last.cause);
     }
-    entry.last.time = edgeTime(line, entry.last.time);
+    const bool isEdge = level != NO_LEVEL && level != entry.last.level;
+    entry.last.time = isEdge ? edgeTime(line, m_LastLook) : Moment::now();
     entry.last.level = level;
     entry.last.kind = state;
     if (std::exchange(entry.isKnown, true)) {
@@ -188,11 +189,15 @@ std::shared_ptr<Subscription> InputModel::subscribe(InputCallback callback,
                                                     std::optional<std::size_t> only, bool isInPlace,
                                                     std::size_t capacity) {
     const auto told = std::make_shared<Told>(
-        "a registration for inputs", isInPlace,
-        Mailbox<InputRecord>(std::max(capacity, m_Uses.size()), m_Uses.size()),
+        "registration " + std::to_string(++m_Registrations) + " for " +
+            (only.has_value() ? "input " + std::to_string(m_Uses[*only].id) : "inputs"),
+        isInPlace, Mailbox<InputRecord>(std::max(capacity, m_Uses.size()), m_Uses.size()),
         [self = shared_from_this(), callback = std::move(callback)](const InputRecord& record) {
             callback(self->changeOf(record));
         });
+    if (isInPlace) {
+        told->claim(); // the present states come in this thread
+    }
     {
         const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
         for (const Entry& entry : m_Entries) {
@@ -204,7 +209,11 @@ std::shared_ptr<Subscription> InputModel::subscribe(InputCallback callback,
         }
         m_Listeners[++m_LastListener] = {told, only};
     }
-    run(told);
+    if (isInPlace) {
+        told->runClaimed();
+    } else {
+        m_Dispatcher->wake(told);
+    }
     return told;
 }
 

@@ -9,6 +9,8 @@
 #include "foundation/SafePointer.h"
 #include "platform/base/Mutex.h"
 
+#include <atomic>
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -86,6 +88,8 @@ private:
     std::vector<Entry> m_Entries NVRHW_GUARDED_BY(m_Mutex); // as m_Uses
     std::map<unsigned, Listener> m_Listeners NVRHW_GUARDED_BY(m_Mutex);
     unsigned m_LastListener NVRHW_GUARDED_BY(m_Mutex) = 0;
+    std::chrono::steady_clock::time_point m_LastLook NVRHW_GUARDED_BY(m_Mutex){};
+    std::atomic<unsigned> m_Registrations{0};
 };
 
 } // namespace nvrhw

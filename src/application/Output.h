@@ -62,8 +62,8 @@ public:
     /// Reads the line.
     OutputState state() const;
 
-    /// Inverted, the output is active while its line is not at the valid level. It takes effect
-    /// with the next operation, for every handle of this output.
+    /// Inverted, the output is active while its line is not at the valid level, for every handle of
+    /// this output: state() judges by it at once, the line follows with the next operation.
     void setInverted(bool isInverted) const;
     bool isInverted() const;
 

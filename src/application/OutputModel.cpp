@@ -19,13 +19,31 @@ constexpr int NO_LEVEL = -1;
 constexpr double MICROSECONDS = 1000.0; // in a millisecond
 constexpr int HOLD_MODE = 1, FLASH_MODE = 2, PULSE_MODE = 3;
 
-/// What an operation that this thread has asked for came to; the hook writes it down.
-struct Asked {
-    int group;
-    int bit;
-    std::optional<Error> failure;
+/// What an operation that this thread asks for comes to; the hook writes it down.
+class Asking {
+public:
+    explicit Asking(const Line& line) : m_Line(line), m_Outer(std::exchange(s_Innermost, this)) {}
+    ~Asking() { s_Innermost = m_Outer; }
+    Asking(const Asking&) = delete;
+    Asking& operator=(const Asking&) = delete;
+
+    Result result() const { return m_Failure.has_value() ? Result(*m_Failure) : Result(); }
+
+    static void fail(const Line& line, const Error& error) {
+        if (s_Innermost != nullptr && s_Innermost->m_Line.bank == line.bank &&
+            s_Innermost->m_Line.bit == line.bit) {
+            s_Innermost->m_Failure.emplace(error);
+        }
+    }
+
+private:
+    static thread_local Asking* s_Innermost;
+
+    const Line m_Line;
+    Asking* const m_Outer;
+    std::optional<Error> m_Failure{};
 };
-thread_local Asked* asked = nullptr;
+thread_local Asking* Asking::s_Innermost = nullptr;
 
 Cause driveFault(const Line& line) {
     Cause cause{"cannot be driven"};
@@ -73,6 +91,7 @@ void OutputModel::driven(int group, int bit, int level, bool isDone) {
     }
     const bool wasFailing = entry.failure.has_value();
     entry.failure.reset();
+    ++entry.drives;
     if (std::exchange(entry.driven, level) != level || wasFailing) {
         tell(*index, OutputChange::Driven, entry.running, level);
     }
@@ -139,10 +158,7 @@ void OutputModel::fail(std::size_t index, Error::Code code, const Cause& cause, 
     const bool isNew = !entry.failure.has_value() || entry.failure->code() != code;
     const Error error(code, nameOf(m_Uses[index]), {cause});
     entry.failure.emplace(error);
-    const Line& line = m_Uses[index].line;
-    if (asked != nullptr && asked->group == line.bank && asked->bit == line.bit) {
-        asked->failure.emplace(error);
-    }
+    Asking::fail(m_Uses[index].line, error);
     if (isNew) {
         tell(index, OutputChange::Failed, entry.running, level, cause);
     }
@@ -181,6 +197,10 @@ Result OutputModel::operate(std::size_t index, Wish wish, Output::Time period, O
     if (!operation) {
         return Error(Error::Closed, "the board is closed");
     }
+    return carryOut(index, wish, period, time);
+}
+
+Result OutputModel::carryOut(std::size_t index, Wish wish, Output::Time period, Output::Time time) {
     const Line& line = m_Uses[index].line;
     int active = 0;
     {
@@ -192,26 +212,42 @@ Result OutputModel::operate(std::size_t index, Wish wish, Output::Time period, O
     const int mode = wish == FLASH ? FLASH_MODE : wish == PULSE ? PULSE_MODE : HOLD_MODE;
     const float changes =
         wish == FLASH ? 2000.0F / static_cast<float>(period.count()) : 0.0F; // in a second
-    Asked mine{line.bank, line.bit, std::nullopt};
-    Asked* const before = std::exchange(asked, &mine);
+    const Asking asking(line);
     m_Operator->set(line.bank, line.bit, mode, wish == REST ? rest : active, rest, changes,
                     static_cast<int>(time.count()));
-    asked = before;
-    return mine.failure.has_value() ? Result(*mine.failure) : Result();
+    return asking.result();
 }
 
+// What was last driven and what the line is are had at two moments: they count together only when
+// nothing was driven between two looks.
 OutputState OutputModel::state(std::size_t index) {
+    const LifeGuard::Operation operation(*m_Life);
+    if (!operation) {
+        OutputState closed;
+        closed.cause.what = "the board is closed";
+        return closed;
+    }
+    unsigned before = 0;
+    OutputState state = look(index, before);
+    for (unsigned drives = before + 1; !state.agrees && drives != before;) {
+        drives = before;
+        state = look(index, before);
+    }
+    return state;
+}
+
+OutputState OutputModel::look(std::size_t index, unsigned& drives) {
     const Line& line = m_Uses[index].line;
     OutputState state;
-    const LifeGuard::Operation operation(*m_Life);
-    const bool isRead = operation && m_Operator->get(line.bank, line.bit, state.level) != 0;
+    const bool isRead = m_Operator->get(line.bank, line.bit, state.level) != 0;
     if (!isRead) {
         state.level = NO_LEVEL;
-        state.cause.what = operation ? "cannot be read" : "the board is closed";
+        state.cause.what = "cannot be read";
         Insight::findLineFault(Insight::READ, line.bank, line.bit, state.cause);
     }
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     const Entry& entry = m_Entries[index];
+    drives = entry.drives;
     state.isActive = (isRead ? state.level : entry.driven) == activeLevel(index);
     state.agrees = !isRead || entry.driven == NO_LEVEL || entry.driven == state.level;
     state.operation = entry.isPulsing ? Output::Pulse : entry.running;
@@ -244,7 +280,7 @@ void OutputModel::putToRest(bool isAll) {
             isWanted = isUnfinished || (isAll && entry.isOwn);
         }
         if (isWanted) {
-            operate(i, REST, Output::Time(0), Output::Time(0));
+            carryOut(i, REST, Output::Time(0), Output::Time(0));
         }
     }
 }
@@ -271,7 +307,8 @@ OutputChange OutputModel::changeOf(const OutputRecord& record) {
 std::shared_ptr<Subscription> OutputModel::subscribe(OutputCallback callback, bool withDrives,
                                                      std::size_t capacity) {
     const auto told = std::make_shared<Told>(
-        "a registration for outputs", false, Mailbox<OutputRecord>(capacity, m_Uses.size()),
+        "registration " + std::to_string(++m_Registrations) + " for outputs", false,
+        Mailbox<OutputRecord>(capacity, m_Uses.size()),
         [self = shared_from_this(), callback = std::move(callback)](const OutputRecord& record) {
             callback(self->changeOf(record));
         });

@@ -9,6 +9,7 @@
 #include "gpio/IGPIOOperatorHook.h"
 #include "platform/base/Mutex.h"
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <string>
@@ -59,7 +60,7 @@ public:
                                             std::size_t capacity);
 
     /// Brings to rest what this board has switched on: all of it, or what only the worker could
-    /// end.
+    /// end. Also when the board lets nobody else drive any more.
     void putToRest(bool isAll);
 
     /// Ends all subscriptions and lets the board go. No operation on it is going on any more.
@@ -73,8 +74,9 @@ private:
     };
     struct Entry {
         bool isInverted = false;
-        int driven = -1;    // the level of the last drive that succeeded
-        bool isOwn = false; // driven through this board
+        unsigned drives = 0; // that succeeded
+        int driven = -1;     // the level of the last drive that succeeded
+        bool isOwn = false;  // driven through this board
         Output::Operation running = Output::None;
         bool isPulsing = false;
         int timeOut = 0;    // of what runs, milliseconds; 0 for no end
@@ -82,6 +84,8 @@ private:
         std::optional<Error> failure{};
     };
 
+    Result carryOut(std::size_t index, Wish wish, Output::Time period, Output::Time time);
+    OutputState look(std::size_t index, unsigned& drives);
     OutputChange changeOf(const OutputRecord& record);
     int activeLevel(std::size_t index) const NVRHW_REQUIRES(m_Mutex);
     std::optional<std::size_t> find(int group, int bit) const;
@@ -98,6 +102,7 @@ private:
     XQMutex m_Mutex;
     std::vector<Entry> m_Entries NVRHW_GUARDED_BY(m_Mutex); // as m_Uses
     std::vector<Listener> m_Listeners NVRHW_GUARDED_BY(m_Mutex);
+    std::atomic<unsigned> m_Registrations{0};
 };
 
 } // namespace nvrhw

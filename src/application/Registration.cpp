@@ -25,6 +25,8 @@ void Registration::end() {
     }
 }
 
+bool Registration::endCurrent() { return Subscription::endCurrent(); }
+
 void Registration::finish() {
     if (const auto subscription = std::exchange(m_Subscription, nullptr)) {
         subscription->finish();

@@ -30,9 +30,14 @@ public:
     /// either, and logs when that would have been needed.
     void end();
 
-    /// As end(), but what waits is told before, in the calling thread: for whoever wants to hear of
-    /// what he has just done. From inside a callback it is end().
+    /// As end(), but what waits by now is told before, in the calling thread, which may be beside
+    /// calls of other registrations: for whoever wants to hear of what he has just done. From
+    /// inside a callback it is end().
     void finish();
+
+    /// From inside a callback: ends the registration that this call is made for, also while the
+    /// first calls come and onInput() has not yet returned one. False when there is no such call.
+    static bool endCurrent();
 
 private:
     std::shared_ptr<Subscription> m_Subscription;

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <thread>
 #include <utility>
@@ -30,6 +31,11 @@ public:
     /// calls it stops: true when something is still waiting.
     bool run(std::size_t most) NVRHW_EXCLUDES(m_Mutex);
 
+    /// Makes the calling thread the one that is at it, before anybody else knows the subscription;
+    /// runClaimed() then makes the calls.
+    void claim() NVRHW_EXCLUDES(m_Mutex);
+    void runClaimed() NVRHW_EXCLUDES(m_Mutex);
+
     /// Whether anything may be waiting.
     bool hasMail() const { return m_HasMail; }
 
@@ -42,6 +48,9 @@ public:
     /// True in a thread that is inside a callback of any subscription.
     static bool isInside();
 
+    /// As Registration::endCurrent().
+    static bool endCurrent();
+
     /// Set while it stands in the dispatcher's list.
     std::atomic<bool> m_IsListed{false};
 
@@ -52,20 +61,24 @@ protected:
     /// Makes the call, by the thread that has taken.
     virtual void deliver() = 0;
 
-    /// Lets the callback go.
-    virtual void forget() = 0;
+    /// Hands the callback over, to be destroyed without the lock: what it holds may do anything
+    /// then. It stays with the one who calls this first.
+    virtual std::shared_ptr<const void> takeCallback() NVRHW_REQUIRES(m_Mutex) = 0;
 
     XQMutex m_Mutex;
     std::atomic<bool> m_HasMail{false}; // changed under m_Mutex
-    bool m_IsEnded NVRHW_GUARDED_BY(m_Mutex) = false;
+    bool m_TakesMail NVRHW_GUARDED_BY(m_Mutex) = true;
 
 private:
     bool next() NVRHW_REQUIRES(m_Mutex);
+    bool carryOn(std::size_t most) NVRHW_RELEASE(m_Mutex);
+    void waitUntilIdle() NVRHW_REQUIRES(m_Mutex);
     void call();
 
     const std::string m_Name;
     const bool m_IsInPlace;
     ConditionVariable m_Idle;
+    bool m_IsEnded NVRHW_GUARDED_BY(m_Mutex) = false;
     bool m_IsBusy NVRHW_GUARDED_BY(m_Mutex) = false;
     std::thread::id m_Runner NVRHW_GUARDED_BY(m_Mutex){};
 };
@@ -77,11 +90,11 @@ public:
 
     RecordSubscription(std::string name, bool isInPlace, Mailbox<Record> mailbox, Callback callback)
         : Subscription(std::move(name), isInPlace), m_Mailbox(std::move(mailbox)),
-          m_Callback(std::move(callback)) {}
+          m_Callback(std::make_shared<const Callback>(std::move(callback))) {}
 
     void post(const Record& record) NVRHW_EXCLUDES(m_Mutex) {
         const XQMutexManager guard(m_Mutex, "Subscription", __LINE__);
-        if (!m_IsEnded) {
+        if (m_TakesMail) {
             m_Mailbox.post(record);
             m_HasMail = true;
         }
@@ -89,12 +102,14 @@ public:
 
 protected:
     bool take() override NVRHW_REQUIRES(m_Mutex) { return m_Mailbox.take(m_Taken); }
-    void deliver() override { m_Callback(m_Taken); }
-    void forget() override { m_Callback = nullptr; }
+    void deliver() override { (*m_Callback)(m_Taken); }
+    std::shared_ptr<const void> takeCallback() override NVRHW_REQUIRES(m_Mutex) {
+        return std::exchange(m_Callback, nullptr);
+    }
 
 private:
     Mailbox<Record> m_Mailbox NVRHW_GUARDED_BY(m_Mutex);
-    Callback m_Callback; // the running thread's, and after the end nobody's
+    std::shared_ptr<const Callback> m_Callback; // changed under the lock while nobody is busy
     Record m_Taken{};
 };
 

@@ -61,6 +61,19 @@ GPIOOperateRecord toRecord(const GPIOOperation& operation) {
     return record;
 }
 
+// As it would have to be asked for now.
+GPIOOperation toOperation(const GPIOOperateRecord& record) {
+    const double past = GPIOOperateRecord::now() - record.getStartOperateTime();
+    const double left = std::max(1000.0, record.getTimeOut() - past);
+    return {record.getGroup(),
+            record.getBitPosition(),
+            record.getOperateMode(),
+            record.getCurrentLevel() ? 0 : 1,
+            record.getStopLevel() ? 1 : 0,
+            record.getFrequency(),
+            record.getTimeOut() != 0 ? static_cast<int>(left / 1000) : 0};
+}
+
 void tellBegun(const std::shared_ptr<IGPIOOperatorHook>& hook, const GPIOOperation& operation,
                bool isDriven) {
     if (hook != nullptr) {
@@ -216,8 +229,14 @@ GPIOOperator::Hook GPIOOperator::hook() const {
 }
 
 void GPIOOperator::setHook(const std::shared_ptr<IGPIOOperatorHook>& hook) {
+    const XQMutexManager guard(m_RecordMutex, SOURCE, __LINE__);
     std::atomic_store(&m_Hook, hook);
     m_HasHook = hook != nullptr;
+    for (const auto& known : m_Records) {
+        if (hook != nullptr) {
+            hook->begun(toOperation(*known.second.operator->()));
+        }
+    }
 }
 
 bool GPIOOperator::isIdle() {

@@ -78,9 +78,11 @@ public:
     /// One pass of the worker: sleeps 50 ms, then drives what is due. Returns 0.
     int execOperation() NVRHW_EXCLUDES(m_RecordMutex);
 
-    /// Who is told from now on what is done; null for nobody. A call of the one before may still be
-    /// going on when this returns: it lives until then.
-    void setHook(const std::shared_ptr<IGPIOOperatorHook>& hook);
+    /// Who is told from now on what is done; null for nobody. It is first told that the operations
+    /// that run have begun, with the time that is left of each. There is one at a time, which an
+    /// nvrhw::Board is while it is open. A call of the one before may still be going on when this
+    /// returns: it lives until then.
+    void setHook(const std::shared_ptr<IGPIOOperatorHook>& hook) NVRHW_EXCLUDES(m_RecordMutex);
 
 private:
     using RecordMap = std::map<std::int32_t, SafePointer<GPIOOperateRecord>>;

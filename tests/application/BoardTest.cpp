@@ -7,7 +7,7 @@
 #include "support/ChangeRecorder.h"
 #include "support/LogCapture.h"
 #include "support/ManualClock.h"
-#include "support/SimulatedBoard.h"
+#include "support/ServiceTest.h"
 
 #include <atomic>
 #include <functional>
@@ -24,7 +24,7 @@ namespace {
 
 std::string ABILITIES = "/hd1/program/config/NVRAbility.xml";
 
-class BoardTest : public testing::Test {
+class BoardTest : public ServiceTest {
 protected:
     static Error errorOf(const std::function<void()>& action) {
         try {
@@ -36,7 +36,7 @@ protected:
         return {Error::Closed, ""};
     }
 
-    SimulatedBoard m_Files{NVRHW_SAMPLE_BOARD};
+    SimulatedBoard& m_Files = m_Board;
     LogCapture m_Log;
 };
 
@@ -128,10 +128,10 @@ TEST_F(BoardTest, OutputsDoWhatTheyAreToldAndTellIt) {
     const auto output = board->output(3); // active at level 0
     const int active = output.line.validLevel;
 
-    EXPECT_TRUE(output.flash(100ms, 200ms));
+    EXPECT_TRUE(output.flash(180ms, 330ms)); // never just on the grid of 50 ms
     EXPECT_EQ(told.takeUpTo("ended "), "3:flash began 3:flash ended ");
     std::string all = "3:flash began ";
-    for (const int state : {1, 0, 1, 0, 1, 0}) {
+    for (const int state : {1, 0, 1, 0}) {
         all += "3:flash driven " + std::to_string(state != 0 ? active : 1 - active) + " ";
     }
     EXPECT_EQ(drives.takeUpTo("ended "), all + "3:flash ended ");
@@ -206,6 +206,49 @@ TEST_F(BoardTest, AtItsEndOutputsAreLeftOrPutToRest) {
     }
 }
 
+TEST_F(BoardTest, NobodyDrivesAfterTheOutputsWerePutToRest) {
+    for (int round = 0; round < 10; ++round) {
+        std::optional<Board> board(std::in_place);
+        const auto output = board->output("siren");
+        std::atomic<bool> hasBegun{false};
+        std::thread driver([&] {
+            while (output.flash(100ms)) {
+                hasBegun = true;
+            }
+        });
+        while (!hasBegun) {
+            std::this_thread::yield();
+        }
+        board.reset();
+        driver.join();
+        EXPECT_EQ(m_Files.level(output.line.bank, output.line.bit), 1 - output.line.validLevel);
+    }
+}
+
+TEST_F(BoardTest, IsLookedAtWithoutBeingWatchedAndBesideAFactory) {
+    BoardOptions options;
+    options.watch = false;
+    {
+        const Board board(options);
+        const auto input = board.input(1);
+        EXPECT_EQ(input.state(), nvrhw::Input::Normal);
+        m_Files.setLevel(0, 0, 1);
+        EXPECT_EQ(board.input(1).level(), 1);
+        const auto ignore = [](const nvrhw::InputChange&) {};
+        EXPECT_EQ(errorOf([&] { static_cast<void>(board.onInput(ignore)); }).code(),
+                  Error::BadArgument);
+    }
+    const Board board;
+    ChangeRecorder told;
+    const auto watch = board.onInput(std::ref(told), 1);
+    Factory factory;
+    factory.start();
+    told.takeUpTo("1~alarm ");
+    m_Files.setLevel(0, 0, 0);
+    EXPECT_EQ(told.takeUpTo("1=normal "), "1=normal ");
+    factory.stop();
+}
+
 // The factory is the process's, with a board that outlives the tests.
 class FactorysBoardTest : public testing::Test {
 protected:
@@ -225,7 +268,6 @@ protected:
 };
 
 TEST_F(FactorysBoardTest, SharesItsServicesAndCostsNoAllocation) {
-    s_Factory->stop(); // from here on this thread is the one that looks
     auto& inputs = service<IOAlarmInManager>("IOAlarmInManager");
     auto& outputs = service<IOAlarmOutManager>("IOAlarmOutManager");
     const auto costOfChanges = [&] {
@@ -236,10 +278,16 @@ TEST_F(FactorysBoardTest, SharesItsServicesAndCostsNoAllocation) {
         }
         return allocations - before;
     };
-    costOfChanges();
-    const long without = costOfChanges();
     {
+        outputs.setAlarmOutMode(2, {AlarmOutMode::Flash, AlarmOutMode::Direct, 60000, 2.0F});
+        outputs.triggerAlarm(2);
         const Board board = Board::running();
+        EXPECT_EQ(board.output(2).state().operation, Output::Flash) << "it runs already";
+        EXPECT_GT(*board.output(2).state().remaining, 50s);
+        outputs.cancelAlarm(2);
+        s_Factory->stop(); // from here on this thread is the one that looks
+        costOfChanges();
+        const long without = costOfChanges();
         ChangeRecorder told;
         const auto watch = board.onOutput(std::ref(told));
         AlarmRecorder messages;

@@ -184,8 +184,39 @@ TEST_F(InputsTest, ACallbackMayEndItselfRegisterAnotherDriveAndRaise) {
             told.takeUpTo(first == "1~alarm 2~normal " ? "1=normal " : "1=alarm ").substr(0, 2),
             "1=");
         EXPECT_EQ(changed.count(), 1) << "called after its end";
-        EXPECT_TRUE(log.waitFor("CallbackError: a registration for inputs: the callback ended by "
-                                "an exception: on purpose"));
+        EXPECT_TRUE(log.waitFor("for inputs: the callback ended by an exception: on purpose"));
+    }
+}
+
+// What a callback holds goes with it, without a lock: its own registration, or the board itself.
+TEST_F(InputsTest, ACallbackMayOwnItsRegistrationOrTheBoard) {
+    for (const bool isInPlace : {false, true}) {
+        LogCapture log;
+        Board& board = open();
+        const auto own = std::make_shared<std::optional<Registration>>();
+        std::atomic<int> calls{0};
+        Gate ended;
+        const auto endAtOnce = [&, own](const InputChange&) {
+            ++calls;
+            EXPECT_TRUE(Registration::endCurrent()); // there may be no Registration yet
+            ended.open();
+        };
+        own->emplace(isInPlace ? board.onInput(nvrhw::inPlace, endAtOnce)
+                               : board.onInput(endAtOnce));
+        ASSERT_TRUE(ended.wait());
+        EXPECT_FALSE(Registration::endCurrent()) << "this is no callback";
+        m_Board.reset();
+        EXPECT_EQ(calls, 1);
+        own->reset();
+
+        BoardOptions options;
+        options.linesOnly = true;
+        auto owned = std::make_shared<Board>(options);
+        const auto hold = [owned](const InputChange&) {};
+        auto watch = isInPlace ? owned->onInput(nvrhw::inPlace, hold) : owned->onInput(hold);
+        owned.reset();
+        watch.end();
+        EXPECT_EQ(log.take(), "");
     }
 }
 
@@ -245,7 +276,8 @@ TEST_F(InputsTest, WhatIsToldIsExactUnderLoad) {
     };
     const char* const length = std::getenv("NVRHW_LOAD_SECONDS");
     const auto end = std::chrono::steady_clock::now() +
-                     std::chrono::milliseconds(length != nullptr ? 1000 * std::atoi(length) : 500);
+                     std::chrono::milliseconds(
+                         length != nullptr && *length != '\0' ? 1000 * std::atoi(length) : 500);
     const auto goesOn = [&] { return std::chrono::steady_clock::now() < end; };
     Board& board = open(4);
     Story first, inPlace;
