@@ -29,7 +29,7 @@ public:
 
     /// What is known of an input at one moment.
     struct Status {
-        State state;
+        State state;  ///< by the level and the inversion
         int level;    ///< 0 or 1; -1 while the line cannot be read
         Moment since; ///< the state is what it is
         Cause cause;  ///< why the line cannot be read; empty while it can

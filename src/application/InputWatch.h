@@ -14,6 +14,7 @@ namespace nvrhw {
 /// without an object. It is this room's own, so that the factory may be started beside it.
 class InputWatch {
 public:
+    /// Keeps the manager.
     explicit InputWatch(const SafePointer<IOAlarmInManager>& manager);
 
     /// No look is going on any more when it has returned.
