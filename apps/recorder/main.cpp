@@ -5,9 +5,7 @@
 
 int main(int argc, char** argv) try {
     if (argc < 3) {
-        std::cerr << "usage: recorder BOARD BRIGHTNESS INPUT:OUTPUT:hold|flash...\n"
-                     "BRIGHTNESS of the first monitor, 0 to 100, is saved.\n";
-        return 2;
+        throw std::invalid_argument("usage: recorder BOARD BRIGHTNESS_OF_MONITOR INPUT:OUTPUT...");
     }
     nvrhw::BoardOptions options;
     options.directory = argv[1]; // "/" on a real board
@@ -16,8 +14,7 @@ int main(int argc, char** argv) try {
 
     const NVRDeviceAbility& ability = board.abilities();
     std::cout << R"({"channels":)" << ability.getMaxChannelNumber() << R"(,"disks":)"
-              << ability.getDiskNumber() << R"(,"inputs":)" << board.inputs().size()
-              << R"(,"outputs":)" << board.outputs().size() << "}" << std::endl;
+              << ability.getDiskNumber() << "}" << std::endl;
 
     MonitorParam monitor = board.monitors().at(0);
     monitor.setBrightness(std::stoi(argv[2]));
