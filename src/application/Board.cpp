@@ -1,7 +1,7 @@
 #include "application/Board.h"
 
 #include "application/BoardCore.h"
-#include "application/Subscription.h"
+#include "application/dispatch/Subscription.h"
 #include "config/Monitor.h"
 #include "platform/Insight.h"
 

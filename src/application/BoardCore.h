@@ -2,11 +2,11 @@
 
 #include "alarm/IOAlarmInManager.h"
 #include "application/Board.h"
-#include "application/Dispatcher.h"
 #include "application/InputModel.h"
 #include "application/InputWatch.h"
-#include "application/LifeGuard.h"
 #include "application/OutputModel.h"
+#include "application/dispatch/Dispatcher.h"
+#include "application/dispatch/LifeGuard.h"
 #include "config/MachineConfigurationDetail.h"
 #include "foundation/SafePointer.h"
 #include "gpio/GPIOOperator.h"

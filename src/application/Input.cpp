@@ -1,5 +1,6 @@
 #include "application/Input.h"
 
+#include "application/ChangeText.h"
 #include "application/InputModel.h"
 #include "platform/Insight.h"
 
@@ -40,18 +41,9 @@ const char* toText(Input::State state) {
 }
 
 std::ostream& operator<<(std::ostream& stream, const InputChange& change) {
-    stream << clockText(change.time.wall) << " input " << change.input.id;
-    if (!change.input.name.empty()) {
-        stream << " (" << change.input.name << ')';
-    }
+    beginText(stream, change, "input", change.input);
     stream << ' ' << toText(change.state);
-    if (change.cause) {
-        stream << ": " << change.cause.text();
-    }
-    if (change.leftOut > 0) {
-        stream << " (" << change.leftOut << " changes before it left out)";
-    }
-    return stream;
+    return endText(stream, change);
 }
 
 } // namespace nvrhw

@@ -2,10 +2,10 @@
 
 #include "alarm/IAlarmInHook.h"
 #include "alarm/IOAlarmInManager.h"
-#include "application/Dispatcher.h"
 #include "application/Input.h"
-#include "application/LifeGuard.h"
-#include "application/Subscription.h"
+#include "application/dispatch/Dispatcher.h"
+#include "application/dispatch/LifeGuard.h"
+#include "application/dispatch/Subscription.h"
 #include "foundation/SafePointer.h"
 #include "platform/base/Mutex.h"
 

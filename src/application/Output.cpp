@@ -1,5 +1,6 @@
 #include "application/Output.h"
 
+#include "application/ChangeText.h"
 #include "application/OutputModel.h"
 
 #include <ostream>
@@ -74,10 +75,7 @@ const char* toText(OutputChange::Kind kind) {
 }
 
 std::ostream& operator<<(std::ostream& stream, const OutputChange& change) {
-    stream << clockText(change.time.wall) << " output " << change.output.id;
-    if (!change.output.name.empty()) {
-        stream << " (" << change.output.name << ')';
-    }
+    beginText(stream, change, "output", change.output);
     if (change.operation != Output::None) {
         stream << ' ' << toText(change.operation);
     }
@@ -85,13 +83,7 @@ std::ostream& operator<<(std::ostream& stream, const OutputChange& change) {
     if (change.kind == OutputChange::Driven) {
         stream << " to " << change.level;
     }
-    if (change.cause) {
-        stream << ": " << change.cause.text();
-    }
-    if (change.leftOut > 0) {
-        stream << " (" << change.leftOut << " changes before it left out)";
-    }
-    return stream;
+    return endText(stream, change);
 }
 
 } // namespace nvrhw

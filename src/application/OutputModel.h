@@ -1,9 +1,9 @@
 #pragma once
 
-#include "application/Dispatcher.h"
-#include "application/LifeGuard.h"
 #include "application/Output.h"
-#include "application/Subscription.h"
+#include "application/dispatch/Dispatcher.h"
+#include "application/dispatch/LifeGuard.h"
+#include "application/dispatch/Subscription.h"
 #include "foundation/SafePointer.h"
 #include "gpio/GPIOOperator.h"
 #include "gpio/IGPIOOperatorHook.h"

@@ -1,6 +1,6 @@
 #include "application/Registration.h"
 
-#include "application/Subscription.h"
+#include "application/dispatch/Subscription.h"
 
 #include <utility>
 

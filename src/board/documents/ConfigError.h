@@ -41,7 +41,10 @@ public:
     }
 
     /// Of this thread's last guarded work; empty when it was done.
-    static Cause& lastFault();
+    static Cause& lastFault() {
+        thread_local Cause fault;
+        return fault;
+    }
 
 private:
     static std::string textOf(Cause cause, const std::string& subject) {

@@ -8,7 +8,7 @@
 // What must never be seen: two calls at a time; a call after end() has returned, or a callback that
 // is destroyed while it runs, or with the lock held (what it holds may end this subscription, or
 // the whole board); something posted that nobody will tell.
-#include "application/Subscription.h"
+#include "application/dispatch/Subscription.h"
 
 #include "platform/Diagnostics.h"
 

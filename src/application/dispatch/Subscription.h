@@ -1,6 +1,6 @@
 #pragma once
 
-#include "application/Mailbox.h"
+#include "application/dispatch/Mailbox.h"
 #include "platform/base/ConditionVariable.h"
 #include "platform/base/Mutex.h"
 

@@ -5,7 +5,7 @@
 //
 // The end comes by stop(), from outside, or by finish(), from inside a callback: then the last
 // thing the thread does may be to destroy this object, which pass() therefore no longer touches.
-#include "application/Dispatcher.h"
+#include "application/dispatch/Dispatcher.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "application/Subscription.h"
+#include "application/dispatch/Subscription.h"
 #include "platform/Thread.h"
 #include "platform/base/Mutex.h"
 

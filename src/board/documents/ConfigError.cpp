@@ -1,6 +1,0 @@
-#include "board/documents/ConfigError.h"
-
-Cause& ConfigError::lastFault() {
-    thread_local Cause fault;
-    return fault;
-}
