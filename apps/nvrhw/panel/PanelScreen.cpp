@@ -76,6 +76,14 @@ void rememberWayBack() {
     }
 }
 
+// Curses ignores SIGTSTP while it draws, which discards one that waits to be read; where it finds a
+// handler it leaves the signal alone.
+void keepStopSignals() {
+    struct sigaction action {};
+    action.sa_handler = [](int) {};
+    sigaction(SIGTSTP, &action, nullptr);
+}
+
 void openTerminal() {
     const char* type = std::getenv("TERM");
     int error = 0;
@@ -83,6 +91,7 @@ void openTerminal() {
         throw CommandError("a terminal of the type \"" + std::string(type != nullptr ? type : "") +
                            "\" cannot show the panel; set TERM to its real type");
     }
+    keepStopSignals();
     rememberWayBack();                // curses changes the settings with the next call
     TERMINAL* const asked = cur_term; // the screen has one of its own
     output = fdopen(dup(Console::file()), "w");
