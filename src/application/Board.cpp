@@ -1,6 +1,7 @@
 #include "application/Board.h"
 
 #include "application/BoardCore.h"
+#include "application/ChangeText.h"
 #include "application/dispatch/Subscription.h"
 #include "config/Monitor.h"
 #include "platform/Insight.h"
@@ -16,8 +17,7 @@ constexpr std::size_t MOST_LISTED = 32;
 std::string listed(const std::vector<LineUse>& uses) {
     std::string text;
     for (std::size_t i = 0; i < uses.size() && i < MOST_LISTED; ++i) {
-        text += (text.empty() ? "" : ", ") + std::to_string(uses[i].id) +
-                (uses[i].name.empty() ? "" : " (" + uses[i].name + ")");
+        text += (text.empty() ? "" : ", ") + idAndName(uses[i]);
     }
     text += uses.size() > MOST_LISTED
                 ? " and " + std::to_string(uses.size() - MOST_LISTED) + " more"

@@ -26,7 +26,6 @@ namespace nvrhw {
 namespace {
 
 constexpr char SOURCE[] = "Board";
-constexpr char GPIO_DEVICE[] = "/dev/gpiodrv";
 
 XQMutex placeMutex; // guards placeTaken
 bool placeTaken NVRHW_GUARDED_BY(placeMutex) = false;
@@ -180,14 +179,12 @@ const NVRDeviceAbility& BoardCore::abilities() {
 }
 
 void BoardCore::openLines() {
-    auto* const driver = new (SOURCE, __LINE__) GPIO;
-    const SafePointer<IGPIO> owner(driver);
-    driver->m_DeviceName = GPIO_DEVICE;
+    const SafePointer<IGPIO> driver(new (SOURCE, __LINE__) GPIO);
     expectRead(driver->init(), "the GPIO device");
 
     auto& [detail, gpioOperator, manager] = *m_Services;
     gpioOperator = SafePointer<GPIOOperator>(new (SOURCE, __LINE__) GPIOOperator);
-    gpioOperator->setGPIO(owner);
+    gpioOperator->setGPIO(driver);
     manager = SafePointer<IOAlarmInManager>(new (SOURCE, __LINE__) IOAlarmInManager);
     manager->setGPIOOperator(gpioOperator);
     manager->setMachineConfigurationDetail(detail);

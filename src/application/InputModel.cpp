@@ -114,7 +114,11 @@ void InputModel::tell(const InputRecord& record) {
 void InputModel::released() {
     unsigned id = 0;
     while (const auto told = nextWithMail(id)) {
-        run(told);
+        if (told->isInPlace()) {
+            told->run(std::numeric_limits<std::size_t>::max());
+        } else {
+            m_Dispatcher->wake(told);
+        }
     }
 }
 
@@ -129,14 +133,6 @@ std::shared_ptr<InputModel::Told> InputModel::nextWithMail(unsigned& id) {
         }
     }
     return nullptr;
-}
-
-void InputModel::run(const std::shared_ptr<Told>& told) {
-    if (told->isInPlace()) {
-        told->run(std::numeric_limits<std::size_t>::max());
-    } else {
-        m_Dispatcher->wake(told);
-    }
 }
 
 std::vector<Input> InputModel::inputs() {

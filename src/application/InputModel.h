@@ -77,7 +77,6 @@ private:
     void see(std::size_t index, int level) NVRHW_REQUIRES(m_Mutex);
     void tell(const InputRecord& record) NVRHW_REQUIRES(m_Mutex);
     std::shared_ptr<Told> nextWithMail(unsigned& id) NVRHW_EXCLUDES(m_Mutex);
-    void run(const std::shared_ptr<Told>& told) NVRHW_EXCLUDES(m_Mutex);
 
     SafePointer<IOAlarmInManager> m_Manager; // until the board closes
     const std::vector<LineUse> m_Uses;

@@ -4,6 +4,8 @@
 // subscription or dispatcher: nothing here calls the operator with m_Mutex held.
 #include "application/OutputModel.h"
 
+#include "alarm/AlarmOutMode.h"
+#include "application/ChangeText.h"
 #include "platform/Insight.h"
 
 #include <algorithm>
@@ -17,7 +19,6 @@ namespace {
 constexpr char SOURCE[] = "OutputModel";
 constexpr int NO_LEVEL = -1;
 constexpr double MICROSECONDS = 1000.0; // in a millisecond
-constexpr int HOLD_MODE = 1, FLASH_MODE = 2, PULSE_MODE = 3;
 
 /// What an operation that this thread asks for comes to; the hook writes it down.
 class Asking {
@@ -49,10 +50,6 @@ Cause driveFault(const Line& line) {
     Cause cause{"cannot be driven"};
     Insight::findLineFault(Insight::DRIVE, line.bank, line.bit, cause);
     return cause;
-}
-
-std::string nameOf(const LineUse& use) {
-    return "output " + std::to_string(use.id) + (use.name.empty() ? "" : " (" + use.name + ")");
 }
 
 } // namespace
@@ -104,8 +101,8 @@ void OutputModel::begun(const GPIOOperation& operation) {
     }
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     Entry& entry = m_Entries[*index];
-    const bool isForGood = operation.mode == HOLD_MODE && operation.timeOut == 0;
-    if (operation.mode == PULSE_MODE) {
+    const bool isForGood = operation.mode == AlarmOutMode::Steady && operation.timeOut == 0;
+    if (operation.mode == AlarmOutMode::Pulse) {
         if (entry.running == Output::Hold && entry.timeOut == 0) { // it will not come back
             tell(*index, OutputChange::Replaced, std::exchange(entry.running, Output::None));
         }
@@ -113,7 +110,7 @@ void OutputModel::begun(const GPIOOperation& operation) {
         tell(*index, OutputChange::Began, Output::Pulse);
         return;
     }
-    const Output::Operation next = operation.mode == FLASH_MODE ? Output::Flash
+    const Output::Operation next = operation.mode == AlarmOutMode::Flash ? Output::Flash
                                    : isForGood && operation.level != activeLevel(*index)
                                        ? Output::None
                                        : Output::Hold;
@@ -135,7 +132,7 @@ void OutputModel::ended(int group, int bit, int mode) {
     }
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     Entry& entry = m_Entries[*index];
-    if (mode == PULSE_MODE) {
+    if (mode == AlarmOutMode::Pulse) {
         entry.isPulsing = false;
         tell(*index, OutputChange::Ended, Output::Pulse);
     } else if (entry.running != Output::None) {
@@ -156,7 +153,7 @@ void OutputModel::refused(const GPIOOperation& operation) {
 void OutputModel::fail(std::size_t index, Error::Code code, const Cause& cause, int level) {
     Entry& entry = m_Entries[index];
     const bool isNew = !entry.failure.has_value() || entry.failure->code() != code;
-    const Error error(code, nameOf(m_Uses[index]), {cause});
+    const Error error(code, "output " + idAndName(m_Uses[index]), {cause});
     entry.failure.emplace(error);
     Asking::fail(m_Uses[index].line, error);
     if (isNew) {
@@ -209,7 +206,9 @@ Result OutputModel::carryOut(std::size_t index, Wish wish, Output::Time period, 
         m_Entries[index].isOwn = true;
     }
     const int rest = 1 - active;
-    const int mode = wish == FLASH ? FLASH_MODE : wish == PULSE ? PULSE_MODE : HOLD_MODE;
+    const int mode = wish == FLASH   ? AlarmOutMode::Flash
+                     : wish == PULSE ? AlarmOutMode::Pulse
+                                     : AlarmOutMode::Steady;
     const float changes =
         wish == FLASH ? 2000.0F / static_cast<float>(period.count()) : 0.0F; // in a second
     const Asking asking(line);

@@ -75,13 +75,12 @@ void show(PanelModel& model, PanelMail& mail, const Signals& signals) {
 // on.
 void letGo(PanelModel& model) {
     model.refresh();
-    for (const auto& [output, mode, state] : model.outputs) {
-        const bool isUnfinished =
-            state.operation == nvrhw::Output::Flash || state.remaining.has_value();
-        const bool staysOn = !isUnfinished && state.operation == nvrhw::Output::Hold;
-        if (isUnfinished || (staysOn && state.isActive)) {
-            const bool isDone = staysOn || output.rest();
-            Console::print("nvrhw: output " + std::to_string(output.id) +
+    for (const OutputView& view : model.outputs) {
+        const bool isUnfinished = view.changesByItself();
+        const bool staysOn = !isUnfinished && view.state.operation == nvrhw::Output::Hold;
+        if (isUnfinished || (staysOn && view.state.isActive)) {
+            const bool isDone = staysOn || view.output.rest();
+            Console::print("nvrhw: output " + std::to_string(view.output.id) +
                            (staysOn  ? " stays on\n"
                             : isDone ? " was switched off with the panel\n"
                                      : " could not be switched off\n"));

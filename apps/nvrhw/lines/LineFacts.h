@@ -14,6 +14,11 @@ struct OutputView {
 
     int activeLevel() const { return output.line.validLevel ^ (mode.isInverted ? 1 : 0); }
     bool isReadable() const { return state.level >= 0; }
+
+    /// Whether it flashes, or ends after a time.
+    bool changesByItself() const {
+        return state.operation == nvrhw::Output::Flash || state.remaining.has_value();
+    }
 };
 
 /// What is to be known of each, for tables, JSON and the panel.

@@ -47,7 +47,6 @@ int PanelModel::countOutputsOn() const {
 }
 
 bool PanelModel::isBusy() const {
-    return std::any_of(outputs.begin(), outputs.end(), [](const OutputView& view) {
-        return view.state.operation == nvrhw::Output::Flash || view.state.remaining.has_value();
-    });
+    return std::any_of(outputs.begin(), outputs.end(),
+                       [](const OutputView& view) { return view.changesByItself(); });
 }

@@ -1,7 +1,7 @@
 // The thread waits for subscriptions in m_Ready or for the end; a semaphore wakes it, with which a
-// change costs one switch to it and no more. A subscription stands there at most
-// once; it leaves the list before it runs, so that what is posted meanwhile lists it again. None
-// keeps the thread for more than TURN calls while others wait.
+// change costs one switch to it and no more. A subscription stands there at most once; it leaves
+// the list before it runs, so that what is posted meanwhile lists it again. None keeps the thread
+// for more than TURN calls while others wait.
 //
 // The end comes by stop(), from outside, or by finish(), from inside a callback: then the last
 // thing the thread does may be to destroy this object, which pass() therefore no longer touches.

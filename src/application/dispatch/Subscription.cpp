@@ -22,19 +22,13 @@ namespace {
 
 constexpr char SOURCE[] = "Subscription";
 
-thread_local int depth = 0;                   // of callbacks that this thread is in
-thread_local Subscription* current = nullptr; // the innermost of them
+thread_local Subscription* current = nullptr; // of the callbacks this thread is in, the innermost
 
 /// The thread is inside a callback for as long as this lives.
 class Inside {
 public:
-    explicit Inside(Subscription& subscription) : m_Outer(std::exchange(current, &subscription)) {
-        ++depth;
-    }
-    ~Inside() {
-        --depth;
-        current = m_Outer;
-    }
+    explicit Inside(Subscription& subscription) : m_Outer(std::exchange(current, &subscription)) {}
+    ~Inside() { current = m_Outer; }
     Inside(const Inside&) = delete;
     Inside& operator=(const Inside&) = delete;
 
@@ -49,7 +43,7 @@ Subscription::Subscription(std::string name, bool isInPlace)
 
 Subscription::~Subscription() = default;
 
-bool Subscription::isInside() { return depth > 0; }
+bool Subscription::isInside() { return current != nullptr; }
 
 bool Subscription::endCurrent() {
     if (current == nullptr) {
