@@ -44,16 +44,16 @@ int ref_count::lockContended() {
 
 void ref_count::recycle() {
     m_Lock.store(RETIRED, std::memory_order_release);
-    RefCountPool::getInstance().giveBack(static_cast<RefCountRecord*>(this));
+    RefCountPool::giveBack(static_cast<RefCountRecord*>(this));
 }
 
 RefCountManager* RefCountManager::getInstance() {
-    static RefCountManager* const manager = new RefCountManager;
-    return manager;
+    static RefCountManager manager; // without a state or an end
+    return &manager;
 }
 
 ref_count* RefCountManager::retrieveRefCount(void* object, const char* /*typeName*/) {
-    RefCountRecord* record = RefCountPool::getInstance().take();
+    RefCountRecord* record = RefCountPool::take();
     record->handOut(object);
     return record;
 }

@@ -57,7 +57,8 @@ RefCountPool& RefCountPool::getInstance() {
 RefCountPool::Cache& RefCountPool::cache() {
     // The cache itself needs no destructor and so stays usable while the thread's other
     // thread-local objects are destroyed; the flusher empties it when the thread ends.
-    static thread_local Cache cache;
+    // Found without a call, which initial-exec is for: every pointer made or dropped comes here.
+    [[gnu::tls_model("initial-exec")]] static thread_local Cache cache;
     if (!cache.flushAtExit) {
         static thread_local CacheFlusher flusher;
         flusher.cache = &cache;
@@ -69,11 +70,11 @@ RefCountPool::Cache& RefCountPool::cache() {
 RefCountRecord* RefCountPool::take() {
     Cache& mine = cache();
     if (mine.free.head == nullptr) {
-        refill(mine.free);
+        getInstance().refill(mine.free);
     }
     RefCountRecord* record = mine.free.pop();
     if (mine.closed) {
-        spill(mine.free, mine.free.size);
+        getInstance().spill(mine.free, mine.free.size);
     }
     return record;
 }
@@ -82,9 +83,9 @@ void RefCountPool::giveBack(RefCountRecord* record) {
     Cache& mine = cache();
     mine.free.push(record);
     if (mine.closed) {
-        spill(mine.free, mine.free.size);
+        getInstance().spill(mine.free, mine.free.size);
     } else if (mine.free.size > CACHE_LIMIT) {
-        spill(mine.free, BATCH);
+        getInstance().spill(mine.free, BATCH);
     }
 }
 

@@ -17,10 +17,8 @@ public:
 /// the system.
 class RefCountPool {
 public:
-    static RefCountPool& getInstance();
-
-    RefCountRecord* take();
-    void giveBack(RefCountRecord* record);
+    static RefCountRecord* take();
+    static void giveBack(RefCountRecord* record);
 
 private:
     struct List {
@@ -36,6 +34,7 @@ private:
 
     RefCountPool() = default;
 
+    static RefCountPool& getInstance();
     static Cache& cache();
     void refill(List& list);
     void spill(List& list, unsigned count);
