@@ -3,6 +3,7 @@
 #include "platform/XmlConfigure.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 /// What every section of a configuration document is read with.
@@ -22,12 +23,13 @@ template <typename Value, typename Source> Value property(const Source& source, 
 /// first that fails. `read` takes a source and a record and answers 0 for failure.
 template <typename Source, typename Record, typename Read>
 int readEach(std::vector<Source>& sources, std::vector<Record>& records, Read read) {
+    records.reserve(records.size() + sources.size());
     for (Source& source : sources) {
         Record record{};
         if (read(source, record) == 0) {
             return 0;
         }
-        records.push_back(record);
+        records.push_back(std::move(record));
     }
     return 1;
 }

@@ -12,7 +12,7 @@ enum OPEN_MODE { OPEN_MODE_READ = 1 };
 
 /// An unnamed entry of a node, with properties of its own. Nodes and items keep the document they
 /// come from alive, may be asked from several threads at once, and are made by what is behind
-/// XmlConfigureTool, with the tracking operator new.
+/// XmlConfigureTool; a document has too many to track each allocation.
 class NVRHW_API XmlConfigureItem {
 public:
     virtual ~XmlConfigureItem() = default;

@@ -3,7 +3,6 @@
 #include "board/documents/ConfigError.h"
 #include "board/documents/XmlElement.h"
 #include "board/documents/schema/AbilitySchema.h"
-#include "platform/base/Allocation.h"
 
 #include <optional>
 
@@ -20,8 +19,6 @@ using Item = SafePointer<XmlConfigureItem>;
 /// What nodes and items share: an element's attributes are its properties.
 template <typename Interface> class ElementOf : public Interface {
 public:
-    NVRHW_TRACKED
-
     explicit ElementOf(XmlElement element) : m_Element(std::move(element)) {}
 
     int getProperty(const std::string& name, int& out) const override { return get(name, out); }
@@ -44,6 +41,16 @@ private:
 
 using ElementItem = ElementOf<XmlConfigureItem>;
 
+/// Replaces `out` by objects of this class for all children of this name.
+template <typename Element, typename Pointer>
+int list(const XmlElement& parent, const std::string& name, std::vector<Pointer>& out) {
+    out.clear();
+    out.reserve(parent.countChildren(name));
+    parent.forEachChild(name,
+                        [&](XmlElement child) { out.emplace_back(new Element(std::move(child))); });
+    return 1;
+}
+
 class ElementNode : public ElementOf<XmlConfigureNode> {
 public:
     using ElementOf::ElementOf;
@@ -52,17 +59,12 @@ public:
         if (mayLack(parent, name) && parent.children(name).empty()) {
             return 0;
         }
-        return ConfigError::guard(SUBJECT, SOURCE, __LINE__, [&] {
-            out = Node(new (SOURCE, __LINE__) ElementNode(parent.child(name)));
-        });
+        return ConfigError::guard(SUBJECT, SOURCE, __LINE__,
+                                  [&] { out = Node(new ElementNode(parent.child(name))); });
     }
 
     static int findAll(const XmlElement& parent, const std::string& name, std::vector<Node>& out) {
-        out.clear();
-        for (const XmlElement& child : parent.children(name)) {
-            out.emplace_back(new (SOURCE, __LINE__) ElementNode(child));
-        }
-        return 1;
+        return list<ElementNode>(parent, name, out);
     }
 
     int getConfigNode(const std::string& name, Node& out) const override {
@@ -74,11 +76,7 @@ public:
     }
 
     int getItemList(std::vector<Item>& out) const override {
-        out.clear();
-        for (const XmlElement& item : m_Element.children(XmlElement::ITEM)) {
-            out.emplace_back(new (SOURCE, __LINE__) ElementItem(item));
-        }
-        return 1;
+        return list<ElementItem>(m_Element, XmlElement::ITEM, out);
     }
 
 private:

@@ -66,11 +66,8 @@ XmlElement XmlElement::child(const std::string& name) const {
 }
 
 std::vector<XmlElement> XmlElement::children(const std::string& name) const {
-    std::vector<XmlElement> elements = children();
-    elements.erase(
-        std::remove_if(elements.begin(), elements.end(),
-                       [&](const XmlElement& element) { return element.name() != name; }),
-        elements.end());
+    std::vector<XmlElement> elements;
+    forEachChild(name, [&](const XmlElement& element) { elements.push_back(element); });
     return elements;
 }
 

@@ -3,6 +3,7 @@
 #include "board/documents/XmlDocument.h"
 #include "board/documents/schema/Schema.h"
 
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -48,6 +49,21 @@ public:
     std::vector<XmlElement> children(const std::string& name) const;
     std::vector<XmlElement> children(const std::string& section, const std::string& name) const;
     std::vector<XmlElement> children() const;
+
+    /// Calls `each` with the child elements of this name in document order.
+    template <typename Each> void forEachChild(const std::string& name, Each each) const {
+        for (const pugi::xml_node& node : m_Node.children(name.c_str())) {
+            if (node.type() == pugi::node_element) {
+                each(XmlElement(m_Document, node));
+            }
+        }
+    }
+
+    /// At least as many as there are child elements of this name.
+    std::size_t countChildren(const std::string& name) const {
+        const auto named = m_Node.children(name.c_str());
+        return static_cast<std::size_t>(std::distance(named.begin(), named.end()));
+    }
 
     /// Adds a child element behind the last.
     XmlElement append(const std::string& name);
