@@ -67,6 +67,7 @@ IOAlarmInManager::~IOAlarmInManager() = default;
 void IOAlarmInManager::setMachineConfigurationDetail(
     SafePointer<MachineConfigurationDetail>& detail) {
     m_AlarmInConfigItemList = detail->getAlarmInConfigItemList();
+    m_Lines.clear();
     m_Detail = detail;
 }
 
@@ -77,13 +78,17 @@ void IOAlarmInManager::setGPIOOperator(const SafePointer<GPIOOperator>& gpioOper
 void IOAlarmInManager::init() { initRealIOAlarmIn(); }
 
 void IOAlarmInManager::initRealIOAlarmIn() {
-    for (const auto& item : m_AlarmInConfigItemList->getHardwareConfigItemList()) {
+    const auto& items = m_AlarmInConfigItemList->getHardwareConfigItemList();
+    for (const auto& item : items) {
         const auto signal = dynamic_pointer_cast<GPIOSignalConfigItem>(item);
         const SafePointer<GPIOAlarmIn> alarmIn(new (SOURCE, __LINE__)
                                                    GPIOAlarmIn(m_GPIOOperator, signal));
         alarmIn->setVirtualFlag(false);
         const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
         m_AlarmIns.insert({signal->getId(), SafePointer<IAlarmIn>(alarmIn)});
+    }
+    if (m_Lines.size() != items.size()) {
+        NS_IOAlarmInManager::changeHardwareConfigItem2IOInfo(items, m_Lines);
     }
 }
 
@@ -141,11 +146,16 @@ void IOAlarmInManager::setHook(const std::shared_ptr<IAlarmInHook>& hook) {
     }
 }
 
+// Items never change; a list can only get longer.
 void IOAlarmInManager::getRealLevel(std::vector<IOState>& states) {
-    std::vector<IOInfo> infos;
-    NS_IOAlarmInManager::changeHardwareConfigItem2IOInfo(
-        m_AlarmInConfigItemList->getHardwareConfigItemList(), infos);
-    m_GPIOOperator->get(infos, states);
+    const auto& items = m_AlarmInConfigItemList->getHardwareConfigItemList();
+    if (items.size() == m_Lines.size()) {
+        m_GPIOOperator->get(m_Lines, states);
+        return;
+    }
+    std::vector<IOInfo> lines;
+    NS_IOAlarmInManager::changeHardwareConfigItem2IOInfo(items, lines);
+    m_GPIOOperator->get(lines, states);
 }
 
 void IOAlarmInManager::getLevel(bool isVirtual, std::vector<IOState>& states) {
@@ -163,11 +173,12 @@ void IOAlarmInManager::tellHook() { look(false, FOR_HOOK); }
 
 void IOAlarmInManager::look(bool isVirtual, Purpose purpose) {
     Hook told;
+    const auto states = m_States.take();
     for (int overtaken = 0; overtaken < MAX_READINGS;) {
         const unsigned before = m_Judgements;
         const unsigned looksBefore = m_HookLooks;
-        std::vector<IOState> states;
-        getLevel(isVirtual, states);
+        states->clear();
+        getLevel(isVirtual, *states);
         const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
         if (before != m_Judgements) {
             ++overtaken;
@@ -180,11 +191,11 @@ void IOAlarmInManager::look(bool isVirtual, Purpose purpose) {
         if (purpose == FOR_HOOK) {
             ++m_HookLooks;
         } else {
-            m_Judgements += !states.empty() || told != nullptr ? 1 : 0;
-            judge(states, isVirtual);
+            m_Judgements += !states->empty() || told != nullptr ? 1 : 0;
+            judge(*states, isVirtual);
         }
         if (told != nullptr) {
-            told->judged(states);
+            told->judged(*states);
         }
         break;
     }
@@ -194,13 +205,19 @@ void IOAlarmInManager::look(bool isVirtual, Purpose purpose) {
 }
 
 void IOAlarmInManager::judge(const std::vector<IOState>& states, bool isVirtual) {
+    auto known = m_AlarmIns.begin(); // most often both are in the order of the ids
     for (const IOState& state : states) {
-        const auto found = m_AlarmIns.find(state.getId());
+        if (known == m_AlarmIns.end() || known->first != state.getId()) {
+            known = m_AlarmIns.find(state.getId());
+        }
+        if (known == m_AlarmIns.end()) {
+            continue;
+        }
         int alarm = 0;
-        if (found != m_AlarmIns.end() &&
-            found->second->checkAlarmValid(state.getLevel(), alarm) != 0) {
+        if (known->second->checkAlarmValid(state.getLevel(), alarm) != 0) {
             notifyChange(state.getId(), isVirtual, alarm);
         }
+        ++known;
     }
 }
 

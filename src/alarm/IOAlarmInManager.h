@@ -11,6 +11,7 @@
 #include "platform/base/Allocation.h"
 #include "platform/base/Export.h"
 #include "platform/base/Mutex.h"
+#include "platform/base/Spare.h"
 
 #include <atomic>
 #include <map>
@@ -96,6 +97,8 @@ private:
     Hook m_Hook NVRHW_GUARDED_BY(m_Mutex);
 
     SafePointer<HardwareConfigItemList> m_AlarmInConfigItemList;
+    std::vector<IOInfo> m_Lines;          // of the list's items, as init() found them
+    Spare<std::vector<IOState>> m_States; // of a batch
     SafePointer<GPIOOperator> m_GPIOOperator;
     SafePointer<MachineConfigurationDetail> m_Detail;
 };

@@ -13,12 +13,14 @@
 #include "board/gpio/simulated/SimulatedBank.h"
 #include "platform/Cause.h"
 
+#include <algorithm>
 #include <sys/stat.h>
 #include <utility>
 
 namespace {
 
 constexpr char SOURCE[] = "GPIOBankTable";
+const Cause NEGATIVE{"groups and bits are not negative"};
 
 struct Registry {
     XQMutex mutex;
@@ -53,37 +55,53 @@ std::shared_ptr<GPIOBank> GPIOBankTable::find(int group, int bit, Cause& cause) 
         return nullptr;
     }
     if (group < 0 || bit < 0) {
-        cause = {"groups and bits are not negative"};
+        cause = NEGATIVE;
         return nullptr;
     }
-    const std::string path = m_Device.pathOf(group);
-    struct stat entry {};
-    auto known = findKnown(group);
+    return find(group, cause);
+}
+
+std::shared_ptr<GPIOBank> GPIOBankTable::find(int group, Cause& cause) {
+    std::shared_ptr<GPIOBank> known;
+    const char* path = nullptr;
+    {
+        const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+        const Entry& entry = entryOf(group);
+        known = entry.bank;
+        path = entry.path.c_str();
+    }
+    struct stat present {};
     // Asked each time: it may go and come back. And without the lock: while one bank waits for its
     // chip, the others work on.
-    if (known != nullptr && stat(path.c_str(), &entry) == 0 && known->isCurrent(entry)) {
+    if (known != nullptr && stat(path, &present) == 0 && known->isCurrent(present)) {
         return known;
     }
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    std::shared_ptr<GPIOBank>& bank = m_Banks[group];
-    const bool there = stat(path.c_str(), &entry) == 0;
-    if (!there) {
-        cause = Cause::fromErrno(path);
-    }
-    if (bank != nullptr && (!there || !bank->isCurrent(entry))) {
-        bank->retire();
-        bank.reset();
-    }
-    if (bank == nullptr && there) {
-        bank = open(group, entry, cause);
-    }
-    return bank;
+    return exchange(group, entryOf(group), cause);
 }
 
-std::shared_ptr<GPIOBank> GPIOBankTable::findKnown(int group) {
-    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    const auto known = m_Banks.find(group);
-    return known != m_Banks.end() ? known->second : nullptr;
+GPIOBankTable::Entry& GPIOBankTable::entryOf(int group) {
+    const auto known = m_Entries.find(group);
+    return known != m_Entries.end()
+               ? known->second
+               : m_Entries.insert({group, Entry{m_Device.pathOf(group)}}).first->second;
+}
+
+// Leaves a bank that is current alone.
+std::shared_ptr<GPIOBank> GPIOBankTable::exchange(int group, Entry& entry, Cause& cause) {
+    struct stat present {};
+    const bool isThere = stat(entry.path.c_str(), &present) == 0;
+    if (!isThere) {
+        cause = Cause::fromErrno(entry.path);
+    }
+    if (entry.bank != nullptr && (!isThere || !entry.bank->isCurrent(present))) {
+        entry.bank->retire();
+        entry.bank.reset();
+    }
+    if (entry.bank == nullptr && isThere) {
+        entry.bank = open(group, present, cause);
+    }
+    return entry.bank;
 }
 
 std::shared_ptr<GPIOBank> GPIOBankTable::open(int group, const struct stat& entry, Cause& cause) {
@@ -99,43 +117,53 @@ std::shared_ptr<GPIOBank> GPIOBankTable::open(int group, const struct stat& entr
     return nullptr;
 }
 
-bool GPIOBankTable::read(std::vector<GPIOReading>& readings) {
-    std::vector<GPIOReading*> open;
-    open.reserve(readings.size());
-    for (GPIOReading& reading : readings) {
-        open.push_back(&reading);
+bool GPIOBankTable::read(GPIOBatch& batch) {
+    for (GPIOBatch::Group& group : batch.groups()) {
+        if (!group.readings.empty()) {
+            read(group);
+            group.bank.reset(); // one that goes is not kept until the next batch
+        }
     }
-    readAll(open);
     bool all = true;
-    for (const GPIOReading& reading : readings) {
+    for (const GPIOReading& reading : batch.readings()) {
         m_FaultBook->note(GPIOFaultBook::READ, reading.group, reading.bit, reading.cause);
         all = all && !reading.cause;
     }
     return all;
 }
 
-// Reads again when a bank turns out to have been exchanged meanwhile.
-void GPIOBankTable::readAll(const std::vector<GPIOReading*>& readings) {
-    std::map<std::shared_ptr<GPIOBank>, std::vector<GPIOReading*>> banks;
-    for (GPIOReading* reading : readings) {
-        if (const auto bank = find(reading->group, reading->bit, reading->cause)) {
-            banks[bank].push_back(reading);
-        }
+// Reads again when the bank turns out to have been exchanged meanwhile.
+void GPIOBankTable::read(GPIOBatch::Group& group) {
+    std::vector<GPIOReading*>& readings = group.readings;
+    readings.erase(std::remove_if(readings.begin(), readings.end(),
+                                  [](GPIOReading* reading) {
+                                      if (reading->bit < 0) {
+                                          reading->cause = NEGATIVE;
+                                      }
+                                      return reading->bit < 0;
+                                  }),
+                   readings.end());
+    if (readings.empty()) {
+        return;
     }
-    for (const auto& [bank, lines] : banks) {
-        bank->read(lines);
-        Cause cause;
-        const GPIOReading& first = *lines.front();
-        const auto present = first.cause ? find(first.group, first.bit, cause) : bank;
-        if (present == bank) {
-            continue;
+    Cause cause;
+    group.bank = find(group.number, 0, cause);
+    if (group.bank != nullptr) {
+        group.bank->read(readings);
+        if (!readings.front()->cause) {
+            return;
         }
-        for (GPIOReading* reading : lines) {
-            reading->cause = cause;
+        const auto present = find(group.number, 0, cause);
+        if (present == group.bank) {
+            return;
         }
-        if (present != nullptr) {
-            present->read(lines);
-        }
+        group.bank = present;
+    }
+    for (GPIOReading* reading : readings) {
+        reading->cause = cause;
+    }
+    if (group.bank != nullptr) {
+        group.bank->read(readings);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board/gpio/GPIOBatch.h"
 #include "board/gpio/GPIODevice.h"
 #include "board/gpio/bank/GPIOBank.h"
 #include "board/gpio/bank/GPIOFaultBook.h"
@@ -8,7 +9,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 /// The banks of one device, a directory with one entry per group. Banks are made when they are
 /// first used, of the kind that the entry has then, and exchanged with it; nothing has to be there
@@ -27,7 +27,7 @@ public:
     std::shared_ptr<GPIOBank> find(int group, int bit, Cause& cause);
 
     /// Reads every line it can; failures are logged. False when any of them failed.
-    bool read(std::vector<GPIOReading>& readings);
+    bool read(GPIOBatch& batch);
 
     /// Drives a line; a failure is logged and answered with false.
     bool drive(int group, int bit, int level);
@@ -35,12 +35,20 @@ public:
     GPIOFaultBook& getFaultBook() { return *m_FaultBook; }
 
 private:
-    std::shared_ptr<GPIOBank> findKnown(int group);
+    struct Entry {
+        std::string path;
+        std::shared_ptr<GPIOBank> bank{};
+    };
+
+    std::shared_ptr<GPIOBank> find(int group, Cause& cause);
+    Entry& entryOf(int group) NVRHW_REQUIRES(m_Mutex);
+    std::shared_ptr<GPIOBank> exchange(int group, Entry& entry, Cause& cause)
+        NVRHW_REQUIRES(m_Mutex);
     std::shared_ptr<GPIOBank> open(int group, const struct stat& entry, Cause& cause);
-    void readAll(const std::vector<GPIOReading*>& readings);
+    void read(GPIOBatch::Group& group);
 
     const GPIODevice m_Device;
     const std::shared_ptr<GPIOFaultBook> m_FaultBook; // shared with the banks
     XQMutex m_Mutex;
-    std::map<int, std::shared_ptr<GPIOBank>> m_Banks NVRHW_GUARDED_BY(m_Mutex);
+    std::map<int, Entry> m_Entries NVRHW_GUARDED_BY(m_Mutex); // they stay, and so do their paths
 };

@@ -2,6 +2,7 @@
 
 #include "board/gpio/GPIOBankTable.h"
 #include "platform/Diagnostics.h"
+#include "platform/base/Spare.h"
 
 namespace {
 
@@ -15,6 +16,7 @@ std::shared_ptr<GPIOBankTable> noBanks() { return std::make_shared<GPIOBankTable
 // reading and driving.
 struct GPIO::Impl {
     std::shared_ptr<GPIOBankTable> banks = noBanks();
+    Spare<GPIOBatch> batches;
 };
 
 GPIO::GPIO() : m_DeviceName(GPIODevice::PATH), m_Impl(new Impl) {}
@@ -42,25 +44,27 @@ int GPIO::set(int group, int bit, int level) {
 }
 
 int GPIO::get(int group, int bit, int& level) {
-    std::vector<GPIOReading> reading{{group, bit}};
-    if (!std::atomic_load(&m_Impl->banks)->read(reading)) {
+    const auto batch = m_Impl->batches.take();
+    batch->clear();
+    batch->add(group, bit);
+    if (!std::atomic_load(&m_Impl->banks)->read(*batch)) {
         return 0;
     }
-    level = reading.front().level;
+    level = batch->readings().front().level;
     return 1;
 }
 
 int GPIO::get(const std::vector<IOInfo>& lines, std::vector<IOState>& states) {
-    std::vector<GPIOReading> readings;
-    readings.reserve(lines.size());
+    const auto batch = m_Impl->batches.take();
+    batch->clear();
     for (const IOInfo& line : lines) {
-        readings.push_back({line.getGroupId(), line.getBitPosion()});
+        batch->add(line.getGroupId(), line.getBitPosion());
     }
-    const bool all = std::atomic_load(&m_Impl->banks)->read(readings);
+    const bool all = std::atomic_load(&m_Impl->banks)->read(*batch);
     states.clear();
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (!readings[i].cause) {
-            states.emplace_back(lines[i].getId(), readings[i].level);
+        if (!batch->readings()[i].cause) {
+            states.emplace_back(lines[i].getId(), batch->readings()[i].level);
         }
     }
     return all ? 1 : 0;

@@ -33,3 +33,10 @@ GPIOLineSettings GPIOLineSettingsTable::get(int group, int bit) {
     const auto found = known.lines.find({group, bit});
     return found != known.lines.end() ? found->second : GPIOLineSettings();
 }
+
+int GPIOLineSettingsTable::debounceOf(int group, int bit) {
+    Table& known = table();
+    const XQMutexManager guard(known.mutex, SOURCE, __LINE__);
+    const auto found = known.lines.find({group, bit});
+    return found != known.lines.end() ? found->second.debounce : 0;
+}

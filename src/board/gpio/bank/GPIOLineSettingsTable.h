@@ -11,4 +11,7 @@ public:
 
     /// The defaults for a line that nobody has set.
     static GPIOLineSettings get(int group, int bit);
+
+    /// Of these the time alone, in milliseconds; does not allocate.
+    static int debounceOf(int group, int bit);
 };

@@ -2,13 +2,15 @@
 
 #include "board/gpio/bank/GPIOLineSettingsTable.h"
 #include "board/gpio/simulated/SimulatedWatch.h"
-#include "board/runtime/FileDescriptor.h"
 #include "platform/Cause.h"
 
+#include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cstdint>
 #include <ctime>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/stat.h>
 
 namespace {
@@ -25,19 +27,6 @@ constexpr std::int64_t PATIENCE = 100000000; // nanoseconds
 constexpr long NAP = 500000;                 // nanoseconds
 constexpr int MOST_NAPS = 200;
 
-FileDescriptor openLine(const std::string& path, int mode, struct stat& info, Cause& cause) {
-    FileDescriptor file(open(path.c_str(), mode | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY));
-    if (!file.isValid() || fstat(file.get(), &info) != 0) {
-        cause = Cause::fromErrno(path);
-        return FileDescriptor();
-    }
-    if (!S_ISREG(info.st_mode)) {
-        cause = {"not a regular file", path};
-        return FileDescriptor();
-    }
-    return file;
-}
-
 // True when the last change is less than this time, in nanoseconds, ago. A time far in the future
 // is that of a clock that has been set back.
 bool isYounger(const struct stat& info, std::int64_t limit) {
@@ -48,53 +37,16 @@ bool isYounger(const struct stat& info, std::int64_t limit) {
     return age >= -limit && age < limit;
 }
 
-bool isFresh(const FileDescriptor& file) {
-    struct stat info {};
-    return fstat(file.get(), &info) == 0 && isYounger(info, PATIENCE);
-}
-
-// False, and `cause`, on failure; `patient` asks for another try.
-bool readOnce(const std::string& path, std::string& content, bool& patient, Cause& cause) {
-    struct stat info {};
-    const FileDescriptor file = openLine(path, O_RDONLY, info, cause);
-    if (!file.isValid()) {
-        return false;
-    }
-    content.resize(LONGEST_CONTENT + 1);
-    const ssize_t size = pread(file.get(), content.data(), content.size(), 0);
-    if (size < 0) {
-        cause = Cause::fromErrno(path);
-        return false;
-    }
-    content.resize(static_cast<std::size_t>(size));
-    patient = content.empty() && isFresh(file);
-    return true;
-}
-
-bool readContent(const std::string& path, std::string& content, Cause& cause) {
-    for (int naps = 0;; ++naps) {
-        bool patient = false;
-        if (!readOnce(path, content, patient, cause)) {
-            return false;
-        }
-        if (!patient || naps == MOST_NAPS) {
-            return true;
-        }
-        const timespec nap{0, NAP};
-        nanosleep(&nap, nullptr);
-    }
-}
-
-bool isLevel(const std::string& content) {
+bool isLevel(std::string_view content) {
     if (content.empty() || content.size() > LONGEST_CONTENT) {
         return false;
     }
-    const bool blankRest = content.find_first_not_of(" \t\r\n\v\f", 1) == std::string::npos;
+    const bool blankRest = content.find_first_not_of(" \t\r\n\v\f", 1) == content.npos;
     return blankRest && (content.front() == '0' || content.front() == '1');
 }
 
-std::string quote(const std::string& content) {
-    std::string text = content.substr(0, LONGEST_QUOTE);
+std::string quote(std::string_view content) {
+    std::string text(content.substr(0, LONGEST_QUOTE));
     for (char& c : text) {
         c = std::isprint(static_cast<unsigned char>(c)) != 0 ? c : '?';
     }
@@ -103,47 +55,102 @@ std::string quote(const std::string& content) {
 
 } // namespace
 
-SimulatedBank::SimulatedBank(const std::string& device, int group)
-    : m_Device(device), m_Group(group), m_Entry(std::to_string(group)) {}
+/// What a line's file holds.
+struct SimulatedBank::Content {
+    char bytes[LONGEST_CONTENT + 1];
+    std::size_t size = 0;
 
-bool SimulatedBank::isCurrent(const struct stat& entry) { return S_ISDIR(entry.st_mode); }
+    std::string_view text() const { return {bytes, size}; }
+};
+
+SimulatedBank::SimulatedBank(const std::string& device, int group)
+    : m_Device(device), m_Group(group), m_Entry(std::to_string(group)),
+      m_Directory(open((device + "/" + m_Entry).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
+
+bool SimulatedBank::isCurrent(const struct stat& entry) {
+    struct stat mine {};
+    return fstat(m_Directory.get(), &mine) == 0 && mine.st_ino == entry.st_ino &&
+           mine.st_dev == entry.st_dev;
+}
 
 void SimulatedBank::read(const std::vector<GPIOReading*>& readings) {
     for (GPIOReading* reading : readings) {
-        const std::string path = lineFile(reading->bit);
-        std::string content;
-        if (!readContent(path, content, reading->cause)) {
+        Content content;
+        if (!readLine(reading->bit, content, reading->cause)) {
             continue;
         }
-        if (isLevel(content)) {
-            reading->level = debounce(reading->bit, content.front() - '0');
+        if (isLevel(content.text())) {
+            reading->level = debounce(reading->bit, content.bytes[0] - '0');
         } else {
-            reading->cause = {"neither 0 nor 1 but " + quote(content), path};
+            reading->cause = {"neither 0 nor 1 but " + quote(content.text()),
+                              lineFile(reading->bit)};
         }
+    }
+}
+
+FileDescriptor SimulatedBank::openLine(int bit, int mode, Cause& cause) const {
+    char name[16]{}; // more than any number has
+    std::to_chars(name, name + sizeof name - 1, bit);
+    FileDescriptor file(
+        openat(m_Directory.get(), name, mode | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY));
+    if (!file.isValid()) {
+        cause = Cause::fromErrno(lineFile(bit));
+    }
+    return file;
+}
+
+// A file that holds a level is asked for no more: whatever else could be at its place holds none.
+bool SimulatedBank::readLine(int bit, Content& content, Cause& cause) const {
+    for (int naps = 0;; ++naps) {
+        const FileDescriptor file = openLine(bit, O_RDONLY, cause);
+        if (!file.isValid()) {
+            return false;
+        }
+        const ssize_t size = pread(file.get(), content.bytes, sizeof content.bytes, 0);
+        content.size = static_cast<std::size_t>(std::max<ssize_t>(size, 0));
+        if (isLevel(content.text())) {
+            return true;
+        }
+        cause = size < 0 ? Cause::fromErrno(lineFile(bit)) : Cause();
+        struct stat info {};
+        if (fstat(file.get(), &info) == 0 && !S_ISREG(info.st_mode)) {
+            cause = notAFile(bit);
+        }
+        const bool isFresh = content.size == 0 && isYounger(info, PATIENCE);
+        if (cause || !isFresh || naps == MOST_NAPS) {
+            return !cause;
+        }
+        const timespec nap{0, NAP};
+        nanosleep(&nap, nullptr);
     }
 }
 
 // The file always holds a level for other readers: one write over the old content, and only what
 // is longer is cut off afterwards.
 bool SimulatedBank::drive(int bit, int level, Cause& cause) {
-    const std::string path = lineFile(bit);
+    const FileDescriptor file = openLine(bit, O_WRONLY, cause);
     struct stat info {};
-    const FileDescriptor file = openLine(path, O_WRONLY, info, cause);
     if (!file.isValid()) {
         return false;
     }
-    const std::string content = level != 0 ? "1\n" : "0\n";
+    if (fstat(file.get(), &info) == 0 && !S_ISREG(info.st_mode)) {
+        cause = notAFile(bit);
+        return false;
+    }
+    const std::string_view content = level != 0 ? "1\n" : "0\n";
     const auto length = static_cast<off_t>(content.size());
     if (pwrite(file.get(), content.data(), content.size(), 0) <= 0 ||
         fstat(file.get(), &info) != 0 ||
         (info.st_size > length && ftruncate(file.get(), length) != 0)) {
-        cause = Cause::fromErrno(path);
+        cause = Cause::fromErrno(lineFile(bit));
         return false;
     }
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     m_Held[bit] = level; // what we drive does not bounce
     return true;
 }
+
+Cause SimulatedBank::notAFile(int bit) const { return {"not a regular file", lineFile(bit)}; }
 
 bool SimulatedBank::hasHeld(const std::string& path, int time) {
     struct stat info {};
@@ -152,7 +159,7 @@ bool SimulatedBank::hasHeld(const std::string& path, int time) {
 
 // The file is looked at after its content: a level that comes in between counts as young.
 int SimulatedBank::debounce(int bit, int level) {
-    const int time = GPIOLineSettingsTable::get(m_Group, bit).debounce;
+    const int time = GPIOLineSettingsTable::debounceOf(m_Group, bit);
     if (time == 0) {
         return level;
     }

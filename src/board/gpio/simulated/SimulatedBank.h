@@ -1,6 +1,7 @@
 #pragma once
 
 #include "board/gpio/bank/GPIOBank.h"
+#include "board/runtime/FileDescriptor.h"
 #include "platform/base/Mutex.h"
 
 #include <map>
@@ -27,12 +28,18 @@ public:
     std::unique_ptr<GPIOBankWatch> watch(Cause& cause) override;
 
 private:
+    struct Content;
+
     std::string lineFile(int bit) const;
+    FileDescriptor openLine(int bit, int mode, Cause& cause) const;
+    bool readLine(int bit, Content& content, Cause& cause) const;
+    Cause notAFile(int bit) const;
     int debounce(int bit, int level);
 
     const std::string m_Device;
     const int m_Group;
     const std::string m_Entry; // of the bank in the device's directory
+    const FileDescriptor m_Directory;
     XQMutex m_Mutex;
     std::map<int, int> m_Held NVRHW_GUARDED_BY(m_Mutex); // the levels of lines with a debounce time
 };
