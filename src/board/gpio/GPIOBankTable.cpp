@@ -27,6 +27,8 @@ struct Registry {
     std::map<std::string, std::weak_ptr<GPIOBankTable>> tables NVRHW_GUARDED_BY(mutex);
 };
 
+thread_local bool isAttentive = false;
+
 Registry& registry() {
     static Registry* const instance = new Registry; // drivers may be made until the very end
     return *instance;
@@ -45,6 +47,10 @@ std::shared_ptr<GPIOBankTable> GPIOBankTable::of(const std::string& device) {
     }
     return table;
 }
+
+GPIOBankTable::Attention::Attention() { isAttentive = true; }
+
+GPIOBankTable::Attention::~Attention() { isAttentive = false; }
 
 GPIOBankTable::GPIOBankTable(std::string device)
     : m_Device(std::move(device)), m_FaultBook(std::make_shared<GPIOFaultBook>()) {}
@@ -73,7 +79,8 @@ std::shared_ptr<GPIOBank> GPIOBankTable::find(int group, Cause& cause) {
     struct stat present {};
     // Asked each time: it may go and come back. And without the lock: while one bank waits for its
     // chip, the others work on.
-    if (known != nullptr && stat(path, &present) == 0 && known->isCurrent(present)) {
+    if (known != nullptr && ((isAttentive && known->isWatched()) ||
+                             (stat(path, &present) == 0 && known->isCurrent(present)))) {
         return known;
     }
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);

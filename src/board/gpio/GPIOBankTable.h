@@ -15,6 +15,16 @@
 /// when the table is made. Thread-safe.
 class GPIOBankTable {
 public:
+    /// As long as it lasts, the calling thread knows that no entry of a watched bank was touched,
+    /// and need not look.
+    class Attention {
+    public:
+        Attention();
+        ~Attention();
+        Attention(const Attention&) = delete;
+        Attention& operator=(const Attention&) = delete;
+    };
+
     /// The table of this device, one for the whole process as long as anybody holds it.
     static std::shared_ptr<GPIOBankTable> of(const std::string& device);
 

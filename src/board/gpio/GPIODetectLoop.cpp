@@ -7,9 +7,11 @@
 // too, which is news for the lines that were there before: the next pass tells it.
 //
 // m_Mutex guards all of that. It is not held while a pass waits or the handler runs, so lines come
-// and go meanwhile, and the handler may do anything, end the detector included. A pass waits for
-// the descriptors of all watches, which stand in m_Epoll, but for how long it has asked before:
-// whoever changes that, as a new line does, writes m_Wake.
+// and go meanwhile, and the handler may do anything, end the detector included. A pass waits once,
+// for the descriptors of all watches, which stand in m_Epoll, but for how long it has asked before:
+// whoever changes that, as a new line does, writes m_Wake, and so does who wants the thread to end.
+// It then looks where something was readable, and at watches that want it in any case. The handler
+// reads lines of banks that the wait has just told to be in place, so it need not ask again.
 //
 // What must never be seen: a change taken out of a watch without a call of the handler after it (a
 // pass that is told to stop takes none); a line added while a pass waits that is noticed only with
@@ -22,8 +24,7 @@
 #include "platform/Cause.h"
 #include "platform/Diagnostics.h"
 
-#include <iterator>
-#include <poll.h>
+#include <cstdint>
 #include <sys/eventfd.h>
 #include <utility>
 
@@ -32,6 +33,14 @@ namespace {
 constexpr char SOURCE[] = "GPIODetectLoop";
 constexpr int RETRY_INTERVAL = 200; // milliseconds between looks for a lost bank
 constexpr int WITHOUT_LIMIT = -1;
+
+// What the descriptors in m_Epoll are told by: the watches' by group and place.
+constexpr std::uint64_t WAKE = UINT64_MAX;
+constexpr std::uint64_t PLACES = 8;
+
+std::uint64_t tagOf(int group, std::size_t place) {
+    return static_cast<std::uint64_t>(group) * PLACES + place;
+}
 
 } // namespace
 
@@ -54,7 +63,7 @@ bool GPIODetectLoop::open(const std::string& device, Cause& cause) {
 bool GPIODetectLoop::makeDescriptors(Cause& cause) {
     m_Epoll.emplace();
     m_Wake = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-    if (!m_Epoll->add(m_Wake.get(), cause)) {
+    if (!m_Epoll->add(m_Wake.get(), WAKE, cause)) {
         m_Epoll.reset();
         return false;
     }
@@ -101,7 +110,9 @@ bool GPIODetectLoop::addLine(int group, int bit, Cause& cause) {
         const bool hasTurned = restore(group, lines); // if the bank is lost, pass() goes on trying
         lines.isNews = lines.isNews || (hasTurned && !isFirst);
     }
-    eventfd_write(m_Wake.get(), 1); // a pass may be waiting without limit
+    if (std::exchange(m_IsWaiting, false)) {
+        eventfd_write(m_Wake.get(), 1); // maybe without limit
+    }
     return true;
 }
 
@@ -154,17 +165,23 @@ bool GPIODetectLoop::beginWatch(int number, Group& group, Cause& cause) {
             return false;
         }
     }
-    if (!m_Epoll->add(watch->getDescriptor(), cause)) {
-        return false;
-    }
     endWatch(group);
     group.watch = std::move(watch);
+    const std::vector<int> descriptors = group.watch->getDescriptors();
+    for (std::size_t place = 0; place < descriptors.size(); ++place) {
+        if (!m_Epoll->add(descriptors[place], tagOf(number, place), cause)) {
+            endWatch(group);
+            return false;
+        }
+    }
     return true;
 }
 
 void GPIODetectLoop::endWatch(Group& group) {
     if (group.watch != nullptr) {
-        m_Epoll->remove(group.watch->getDescriptor());
+        for (const int descriptor : group.watch->getDescriptors()) {
+            m_Epoll->remove(descriptor);
+        }
         group.watch.reset();
     }
 }
@@ -185,16 +202,17 @@ bool GPIODetectLoop::restore(int number, Group& group) {
 // False when the thread shall stop.
 bool GPIODetectLoop::waitForEvents() {
     StopSignal& stop = *StopSignal::ofThisThread();
-    const int stopDescriptor = stop.getDescriptor();
-    const int limit = stopDescriptor >= 0 ? timeout() : RETRY_INTERVAL;
-    pollfd sources[] = {{stopDescriptor, POLLIN, 0}, {m_Epoll->getDescriptor(), POLLIN, 0}};
-    poll(sources, std::size(sources), limit);
+    const StopSignal::Bell bell(stop, m_Wake.get());
+    if (!stop.isRequested()) {
+        m_Epoll->wait(prepareWait(), [this](std::uint64_t tag) { noteReadable(tag); });
+    }
     return !stop.isRequested();
 }
 
 // The shortest time that any group wants to wait, in milliseconds.
-int GPIODetectLoop::timeout() {
+int GPIODetectLoop::prepareWait() {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    m_IsWaiting = true;
     int shortest = WITHOUT_LIMIT;
     for (const auto& [number, group] : m_Groups) {
         const int wanted = group.watch != nullptr ? group.watch->getTimeout() : RETRY_INTERVAL;
@@ -205,14 +223,26 @@ int GPIODetectLoop::timeout() {
     return shortest;
 }
 
+void GPIODetectLoop::noteReadable(std::uint64_t tag) {
+    if (tag == WAKE) {
+        eventfd_t ignored = 0;
+        eventfd_read(m_Wake.get(), &ignored);
+        return;
+    }
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    const auto known = m_Groups.find(static_cast<int>(tag / PLACES));
+    if (known != m_Groups.end()) { // else it has gone since
+        known->second.readable |= 1U << tag % PLACES;
+    }
+}
+
 // True when a watched line may have changed, its loss and return included.
 bool GPIODetectLoop::collectChanges() {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    eventfd_t ignored = 0;
-    eventfd_read(m_Wake.get(), &ignored);
+    m_IsWaiting = false;
     bool changed = false;
     for (auto& [number, group] : m_Groups) {
-        const auto found = group.watch != nullptr ? group.watch->drain() : GPIOBankWatch::LOST;
+        const auto found = drain(group);
         if (found == GPIOBankWatch::CHANGED ||
             (found == GPIOBankWatch::LOST && restore(number, group))) {
             changed = true;
@@ -220,6 +250,15 @@ bool GPIODetectLoop::collectChanges() {
         changed = std::exchange(group.isNews, false) || changed;
     }
     return changed;
+}
+
+GPIOBankWatch::Finding GPIODetectLoop::drain(Group& group) {
+    if (group.watch == nullptr) {
+        return GPIOBankWatch::LOST;
+    }
+    const unsigned readable = std::exchange(group.readable, 0);
+    const bool isWanted = readable != 0 || group.watch->getTimeout() >= 0;
+    return isWanted ? group.watch->drain(readable) : GPIOBankWatch::NOTHING;
 }
 
 void GPIODetectLoop::callHandler() {
@@ -233,6 +272,7 @@ void GPIODetectLoop::callHandler() {
     if (handler == nullptr) {
         return;
     }
+    const GPIOBankTable::Attention attention;
     const std::string cause = exceptionText([&] { handler(signalNumber); });
     if (!cause.empty()) {
         const std::string text = "the detection handler ended by an exception: " + cause;

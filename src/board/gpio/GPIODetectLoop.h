@@ -39,6 +39,7 @@ private:
     struct Group {
         std::set<int> bits;
         std::unique_ptr<GPIOBankWatch> watch; // null while the bank is lost
+        unsigned readable = 0;                // of the watch's descriptors, as the last wait saw
         bool isNews = false;                  // lost or restored outside a pass
     };
 
@@ -49,15 +50,18 @@ private:
     void endWatch(Group& group) NVRHW_REQUIRES(m_Mutex);
     bool restore(int number, Group& group) NVRHW_REQUIRES(m_Mutex);
     bool waitForEvents();
-    int timeout();
+    int prepareWait();
+    void noteReadable(std::uint64_t tag);
     bool collectChanges();
+    GPIOBankWatch::Finding drain(Group& group) NVRHW_REQUIRES(m_Mutex);
     void callHandler();
 
     XQMutex m_Mutex;
     // All watches behind one descriptor, so that lines can be added while a pass waits for it. Made
     // by the first open(), before there is a thread.
     std::optional<Epoll> m_Epoll;
-    FileDescriptor m_Wake; // written when what a pass waits for has changed
+    FileDescriptor m_Wake; // written to a pass that waits when what it waits for has changed
+    bool m_IsWaiting NVRHW_GUARDED_BY(m_Mutex) = false;
     std::shared_ptr<GPIOBankTable> m_Banks NVRHW_GUARDED_BY(m_Mutex);
     std::map<int, Group> m_Groups NVRHW_GUARDED_BY(m_Mutex);
     IGPIODetect::Handler m_Handler NVRHW_GUARDED_BY(m_Mutex) = nullptr;

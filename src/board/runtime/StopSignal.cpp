@@ -15,8 +15,8 @@ void StopSignal::request() {
     {
         const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
         m_Requested.store(true, std::memory_order_release);
-        if (m_Event.isValid()) {
-            eventfd_write(m_Event.get(), 1);
+        if (m_Event >= 0) {
+            eventfd_write(m_Event, 1);
         }
     }
     m_Changed.notifyAll();
@@ -32,12 +32,9 @@ void StopSignal::wait(const TarvikTime& duration) {
     }
 }
 
-int StopSignal::getDescriptor() {
+void StopSignal::setEvent(int event) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    if (!m_Event.isValid()) {
-        m_Event = FileDescriptor(eventfd(isRequested() ? 1 : 0, EFD_CLOEXEC | EFD_NONBLOCK));
-    }
-    return m_Event.get();
+    m_Event = event;
 }
 
 StopSignal* StopSignal::ofThisThread() { return currentSignal; }

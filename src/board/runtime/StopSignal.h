@@ -1,6 +1,5 @@
 #pragma once
 
-#include "board/runtime/FileDescriptor.h"
 #include "platform/Time.h"
 #include "platform/base/ConditionVariable.h"
 #include "platform/base/Mutex.h"
@@ -16,10 +15,6 @@ public:
     /// Blocks for the duration or until the request.
     void wait(const TarvikTime& duration);
 
-    /// A descriptor that becomes readable with the request, for waits that also watch others; -1
-    /// when the process has no descriptor left.
-    int getDescriptor();
-
     /// The signal of the calling thread; null in a thread that no GThread runs.
     static StopSignal* ofThisThread();
 
@@ -32,9 +27,24 @@ public:
         Scope& operator=(const Scope&) = delete;
     };
 
+    /// For waits for descriptors: as long as it lasts, the request writes this eventfd. Not when it
+    /// has come before, so ask for that after the beginning. One at a time.
+    class Bell {
+    public:
+        Bell(StopSignal& signal, int event) : m_Signal(signal) { signal.setEvent(event); }
+        ~Bell() { m_Signal.setEvent(-1); }
+        Bell(const Bell&) = delete;
+        Bell& operator=(const Bell&) = delete;
+
+    private:
+        StopSignal& m_Signal;
+    };
+
 private:
+    void setEvent(int event);
+
     XQMutex m_Mutex;
     ConditionVariable m_Changed;
-    std::atomic<bool> m_Requested{false};             // changed with m_Mutex held
-    FileDescriptor m_Event NVRHW_GUARDED_BY(m_Mutex); // made when it is first asked for
+    std::atomic<bool> m_Requested{false}; // changed with m_Mutex held
+    int m_Event NVRHW_GUARDED_BY(m_Mutex) = -1;
 };

@@ -9,7 +9,7 @@
 #include <atomic>
 #include <dlfcn.h>
 #include <functional>
-#include <poll.h>
+#include <sys/epoll.h>
 
 namespace {
 
@@ -19,16 +19,17 @@ using Clock = std::chrono::steady_clock;
 constexpr int SIGNAL = 10;
 constexpr int OUTPUT = 2;
 
-Gate s_EndlessWaits; // the polls of this program without a time limit, the detector's among them
+Gate s_EndlessWaits; // the waits of this program without a time limit, the detector's among them
 Gate s_OtherWaits;
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) int poll(pollfd* sources, nfds_t count,
-                                                           int timeout) {
-    static const auto original = reinterpret_cast<decltype(&poll)>(dlsym(RTLD_NEXT, "poll"));
+extern "C" __attribute__((visibility("default"))) int epoll_wait(int sources, epoll_event* ready,
+                                                                 int most, int timeout) {
+    static const auto original =
+        reinterpret_cast<decltype(&epoll_wait)>(dlsym(RTLD_NEXT, "epoll_wait"));
     (timeout < 0 ? s_EndlessWaits : s_OtherWaits).open();
-    return original(sources, count, timeout);
+    return original(sources, ready, most, timeout);
 }
 
 namespace {

@@ -3,8 +3,8 @@
 #include "platform/Insight.h"
 #include "support/AlarmRecorder.h"
 #include "support/ChangeRecorder.h"
+#include "support/EdgeRoad.h"
 #include "support/LogCapture.h"
-#include "support/ServiceTest.h"
 
 #include <algorithm>
 #include <csignal>
@@ -82,6 +82,14 @@ TEST_F(RoadTest, EveryContactReachesTheListenerAndSoDoesAChipThatComesBack) {
     m_Chips[1].linkAs(m_Board.root(), 1);
     EXPECT_TRUE(messages.waitFor("1=1 12=1")) << messages.take();
     recorder.stop();
+}
+
+TEST_F(RoadTest, AnEdgeIsAWaitAReadAndTheLevelsOfEachBank) {
+    const auto road = callsOfEdges([&](int level) { pull(3, level != 0); });
+    ASSERT_EQ(road.size(), 3U);
+    for (const std::string& calls : road) {
+        EXPECT_EQ(calls, "ioctl*2 read wait");
+    }
 }
 
 // Changes fall on a grid of 50 ms; the rest of the upper limits is for a busy machine.

@@ -1,8 +1,11 @@
 #include "board/gpio/bank/DirectoryEvents.h"
 
+#include <climits>
+
 namespace {
 
 constexpr std::size_t BUFFER_SIZE = 16384;
+constexpr std::size_t LONGEST_EVENT = sizeof(inotify_event) + NAME_MAX + 1;
 constexpr int MOST_BUFFERS = 64; // a writer that never pauses must not hold up the detector
 
 constexpr std::uint32_t SELF = IN_DELETE_SELF | IN_MOVE_SELF;
@@ -32,12 +35,15 @@ void DirectoryEvents::take(const std::function<void(const Event&)>& each) {
     for (int i = 0; i < MOST_BUFFERS; ++i) {
         const ssize_t size = ::read(m_Inotify.get(), buffer, sizeof(buffer));
         if (size <= 0) {
-            return; // nothing more: this descriptor does not fail otherwise
+            return; // this descriptor does not fail otherwise
         }
         for (const char* next = buffer; next < buffer + size;) {
             const auto* event = reinterpret_cast<const inotify_event*>(next);
             each({event->wd, event->len != 0 ? event->name : "", (event->mask & LOSS) != 0});
             next += sizeof(inotify_event) + event->len;
+        }
+        if (static_cast<std::size_t>(size) <= BUFFER_SIZE - LONGEST_EVENT) {
+            return; // one more would have had room
         }
     }
 }

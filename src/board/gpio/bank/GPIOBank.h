@@ -27,6 +27,9 @@ public:
     /// False when the bank's entry in the device's directory, as it is now, is not this bank.
     virtual bool isCurrent(const struct stat& entry) = 0;
 
+    /// True when a watch notices at once that the entry is touched.
+    virtual bool isWatched() { return false; }
+
     /// Lets go of what it holds, as another bank takes its place; its operations fail from now on.
     virtual void retire() {}
 

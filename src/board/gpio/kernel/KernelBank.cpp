@@ -28,6 +28,11 @@ namespace {
 
 constexpr char SOURCE[] = "KernelBank";
 
+// The places of a watch's descriptors, as a mask.
+constexpr unsigned REPORTS = 1;
+constexpr unsigned ENTRY = 2;
+constexpr unsigned EVENT = 4;
+
 Cause gone(const std::string& path) { return {"", path, 0, ENODEV}; }
 
 } // namespace
@@ -53,20 +58,25 @@ bool KernelBank::begin(Cause& cause) {
     if (chip == nullptr) {
         return false;
     }
-    m_Lines = std::make_unique<KernelLines>(std::move(chip), m_Group);
-    return m_Epoll.add(m_Lines->getDescriptor(), cause);
+    m_Lines = std::make_unique<KernelLines>(std::move(chip), m_Group, m_Reports);
+    return true;
 }
 
 bool KernelBank::guardEntry(Cause& cause) {
-    m_Epoll.remove(m_Sentinel.getDescriptor());
+    m_Entry.remove(m_Sentinel.getDescriptor());
     m_Sentinel = EntrySentinel();
     return m_Sentinel.begin(m_Device, std::to_string(m_Group), cause) &&
-           m_Epoll.add(m_Sentinel.getDescriptor(), cause);
+           m_Entry.add(m_Sentinel.getDescriptor(), 0, cause);
 }
 
 bool KernelBank::isCurrent(const struct stat& entry) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     return m_Lines != nullptr && isMine(entry);
+}
+
+bool KernelBank::isWatched() {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    return m_Lines != nullptr && !m_Watchers.empty();
 }
 
 bool KernelBank::isMine(const struct stat& entry) {
@@ -149,18 +159,23 @@ void KernelBank::unwatch(int bit) {
     }
 }
 
-GPIOBankWatch::Finding KernelBank::drain(const KernelWatch& watch) {
+GPIOBankWatch::Finding KernelBank::drain(const KernelWatch& watch, unsigned readable) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     Watcher& watcher = m_Watchers[&watch];
-    if (m_Lines == nullptr || (m_Sentinel.isDisturbed() && !isStillThere())) {
+    const bool isTouched = (readable & ENTRY) != 0 && m_Sentinel.isDisturbed();
+    if (m_Lines == nullptr || (isTouched && !isStillThere())) {
         lose();
         return GPIOBankWatch::LOST;
     }
-    m_Lines->collect();
+    if ((readable & REPORTS) != 0) {
+        m_Lines->collect();
+    }
     note(m_Lines->hold(watcher.bits));
-    settle();
+    settle(&watcher);
     eventfd_t ignored = 0;
-    eventfd_read(watcher.event, &ignored);
+    if ((readable & EVENT) != 0) {
+        eventfd_read(watcher.event, &ignored);
+    }
     if (m_Lines == nullptr) {
         return GPIOBankWatch::LOST;
     }
@@ -189,20 +204,21 @@ void KernelBank::note(const KernelLines::Outcome& outcome) {
     }
 }
 
-// After every operation on the lines: passes on what it has brought up.
-void KernelBank::settle() {
+// After every operation on the lines: passes on what it has brought up. One watcher may be awake.
+void KernelBank::settle(const Watcher* awake) {
     if (m_Lines->isGone()) {
         lose();
         return;
     }
-    for (const int bit : m_Lines->takeChanges()) {
-        for (auto& [watch, watcher] : m_Watchers) {
-            if (watcher.bits.count(bit) != 0 && !watcher.isChanged) {
-                watcher.isChanged = true;
+    for (auto& [watch, watcher] : m_Watchers) {
+        if (!watcher.isChanged && m_Lines->isAnyChanged(watcher.bits)) {
+            watcher.isChanged = true;
+            if (&watcher != awake) {
                 eventfd_write(watcher.event, 1);
             }
         }
     }
+    m_Lines->forgetChanges();
 }
 
 // Lets go of the chip at once, so that it can come back under its old number.

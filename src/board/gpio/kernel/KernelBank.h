@@ -29,23 +29,26 @@ public:
                                           const std::shared_ptr<GPIOFaultBook>& book, Cause& cause);
 
     bool isCurrent(const struct stat& entry) override;
+    bool isWatched() override;
     void retire() override;
     void read(const std::vector<GPIOReading*>& readings) override;
     bool drive(int bit, int level, Cause& cause) override;
     std::unique_ptr<GPIOBankWatch> watch(Cause& cause) override;
 
-    /// For the watches. `event` is an eventfd to be written when the watch has something to drain.
+    /// For the watches. `event` is an eventfd to be written when another has found what the watch
+    /// should drain. The descriptors that are readable are those of KernelWatch, in its order.
     void join(const KernelWatch& watch, int event);
     void leave(const KernelWatch& watch);
     bool cover(const KernelWatch& watch, int bit, Cause& cause);
     void uncover(const KernelWatch& watch, int bit);
-    GPIOBankWatch::Finding drain(const KernelWatch& watch);
+    GPIOBankWatch::Finding drain(const KernelWatch& watch, unsigned readable);
 
     /// True when all lines that the watch covers could be had and report their changes.
     bool isComplete(const KernelWatch& watch);
 
-    /// Readable when any watch should drain.
-    int getDescriptor() const { return m_Epoll.getDescriptor(); }
+    /// Readable when lines have reported changes, and when the entry was touched.
+    int getReports() const { return m_Reports.getDescriptor(); }
+    int getEntry() const { return m_Entry.getDescriptor(); }
 
 private:
     struct Watcher {
@@ -62,14 +65,15 @@ private:
     bool isStillThere() NVRHW_REQUIRES(m_Mutex);
     void unwatch(int bit) NVRHW_REQUIRES(m_Mutex);
     void note(const KernelLines::Outcome& outcome);
-    void settle() NVRHW_REQUIRES(m_Mutex);
+    void settle(const Watcher* awake = nullptr) NVRHW_REQUIRES(m_Mutex);
     void lose() NVRHW_REQUIRES(m_Mutex);
 
     const std::string m_Device;
     const int m_Group;
     const std::string m_Path; // of the entry
     const std::shared_ptr<GPIOFaultBook> m_Book;
-    const Epoll m_Epoll; // over the lines and the sentinel
+    const Epoll m_Reports; // over what the lines report
+    const Epoll m_Entry;   // over the sentinel
     XQMutex m_Mutex;
     EntrySentinel m_Sentinel NVRHW_GUARDED_BY(m_Mutex);
     std::unique_ptr<KernelLines> m_Lines NVRHW_GUARDED_BY(m_Mutex); // null when the chip is gone

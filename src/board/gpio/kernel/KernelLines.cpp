@@ -1,5 +1,5 @@
 // To this process a line is free, refused (in m_Refused: asked for in vain, asked for again by each
-// hold()), or held in a request (in m_Requests) in one of the roles: as is, input, output. hold()
+// hold()), or held in a request (in m_Held) in one of the roles: as is, input, output. hold()
 // makes a free or refused line as is, or an input when it is watched, and an input of what was as
 // is; drive() makes an output of any; an output stays one. An input is silent (in m_Silent) when
 // the kernel cannot report its changes.
@@ -30,12 +30,12 @@ bool isForWantOfReports(int error) { return error == ENXIO || error == EINVAL; }
 
 } // namespace
 
-KernelLines::KernelLines(std::unique_ptr<KernelChip> chip, int group)
-    : m_Chip(std::move(chip)), m_Group(group) {}
+KernelLines::KernelLines(std::unique_ptr<KernelChip> chip, int group, const Epoll& reports)
+    : m_Chip(std::move(chip)), m_Group(group), m_Reports(reports) {}
 
 KernelLines::~KernelLines() {
-    for (const auto& held : m_Requests) {
-        m_Epoll.remove(held.second->getDescriptor());
+    for (const KernelRequest* request : m_Reporting) {
+        m_Reports.remove(request->getDescriptor());
     }
     GPIOEdgeTable::forget(m_Group);
 }
@@ -66,39 +66,28 @@ KernelLines::Outcome KernelLines::hold(const std::set<int>& bits) {
 }
 
 void KernelLines::read(const std::vector<GPIOReading*>& readings) {
-    std::set<int> bits;
+    std::set<int> missing;
     for (const GPIOReading* reading : readings) {
-        bits.insert(reading->bit);
-    }
-    hold(bits);
-    pack();
-    std::map<Request, std::vector<GPIOReading*>> requests;
-    for (GPIOReading* reading : readings) {
-        const auto held = m_Requests.find(reading->bit);
-        if (held != m_Requests.end()) {
-            requests[held->second].push_back(reading);
-        } else {
-            reading->cause = m_Refused[reading->bit];
+        if (!isHeld(reading->bit)) {
+            missing.insert(reading->bit);
         }
     }
-    for (const auto& [request, lines] : requests) {
-        readFrom(*request, lines);
-    }
-}
-
-void KernelLines::readFrom(const KernelRequest& request,
-                           const std::vector<GPIOReading*>& readings) {
-    std::map<int, int> levels;
+    hold(missing);
+    pack();
     for (const GPIOReading* reading : readings) {
-        levels[reading->bit] = 0;
+        const auto held = m_Held.find(reading->bit);
+        if (held != m_Held.end()) {
+            held->second.request->ask(held->second.place);
+        }
     }
-    const int error = request.read(levels) ? 0 : errno;
     for (GPIOReading* reading : readings) {
-        if (error == 0) {
-            reading->level = levels[reading->bit];
+        const auto held = m_Held.find(reading->bit);
+        if (held == m_Held.end()) {
+            reading->cause = m_Refused[reading->bit];
+        } else if (held->second.request->read(held->second.place, reading->level)) {
             m_Unread.erase(reading->bit);
         } else {
-            reading->cause = explain(reading->bit, error);
+            reading->cause = explain(reading->bit, errno);
             m_Unread.insert(reading->bit);
         }
     }
@@ -108,38 +97,45 @@ bool KernelLines::drive(int bit, int level, Cause& cause) {
     if (!m_Chip->has(bit, cause)) {
         return false;
     }
-    auto held = m_Requests.find(bit);
-    if (held != m_Requests.end() && held->second->getLines().size() > 1) {
+    auto held = m_Held.find(bit);
+    if (held != m_Held.end() && held->second.request->getLines().size() > 1) {
         release(bit); // an input: it has no level to lose
-        held = m_Requests.end();
+        held = m_Held.end();
     }
     const KernelLine line{bit, KernelLine::OUTPUT, GPIOLineSettingsTable::get(m_Group, bit)};
     bool done = false;
-    if (held != m_Requests.end()) {
-        done = held->second->drive(line.settings, level);
+    if (held != m_Held.end()) {
+        done = held->second.request->drive(line.settings, level);
     } else if (Request request = KernelRequest::open(*m_Chip, {line}, level)) {
-        m_Requests[bit] = std::move(request);
+        m_Held[bit] = {std::move(request), 0};
         m_Refused.erase(bit);
         done = true;
     }
     if (!done) {
         cause = explain(bit, errno);
-        if (held != m_Requests.end() &&
-            held->second->getLines().front().role == KernelLine::INPUT) {
+        if (held != m_Held.end() &&
+            held->second.request->getLines().front().role == KernelLine::INPUT) {
             release(bit); // the kernel may have ended its reports
         }
         return false;
     }
-    m_Changed.insert(bit);
+    m_Changed.push_back(bit);
     return true;
 }
 
+// Of one request it is known which is ready; of several the kernel must tell.
 void KernelLines::collect() {
-    for (const auto& held : m_Requests) {
-        const bool first = held.first == held.second->getLines().front().bit;
-        if (first && !held.second->takeChanges(m_Group, m_Changed)) {
-            m_IsGone = true; // a request is only ever lost with its chip
-        }
+    if (m_Reporting.size() == 1) {
+        collect(*m_Reporting.front());
+        return;
+    }
+    m_Reports.wait(
+        0, [this](std::uint64_t bit) { collect(*m_Held.at(static_cast<int>(bit)).request); });
+}
+
+void KernelLines::collect(const KernelRequest& request) {
+    if (!request.takeChanges(m_Group, m_Changed)) {
+        m_IsGone = true; // a request is only ever lost with its chip
     }
 }
 
@@ -154,12 +150,9 @@ bool KernelLines::isAnyUnsure(const std::set<int>& bits) const {
     });
 }
 
-std::set<int> KernelLines::takeChanges() {
-    std::set<int> changes;
-    std::set_intersection(m_Changed.begin(), m_Changed.end(), m_Watched.begin(), m_Watched.end(),
-                          std::inserter(changes, changes.end()));
-    m_Changed.clear();
-    return changes;
+bool KernelLines::isAnyChanged(const std::set<int>& bits) const {
+    return std::any_of(m_Changed.begin(), m_Changed.end(),
+                       [&](int bit) { return bits.count(bit) != 0; });
 }
 
 KernelLine KernelLines::describe(int bit) const {
@@ -173,14 +166,12 @@ KernelLine KernelLines::describe(int bit) const {
 }
 
 bool KernelLines::isHeld(int bit) const {
-    const auto held = m_Requests.find(bit);
-    if (held == m_Requests.end()) {
+    const auto held = m_Held.find(bit);
+    if (held == m_Held.end()) {
         return false;
     }
-    const std::vector<KernelLine>& lines = held->second->getLines();
-    const auto line = std::find_if(lines.begin(), lines.end(),
-                                   [bit](const KernelLine& each) { return each.bit == bit; });
-    return line->role != KernelLine::AS_IS || m_Watched.count(bit) == 0;
+    const KernelLine& line = held->second.request->getLines()[held->second.place];
+    return line.role != KernelLine::AS_IS || m_Watched.count(bit) == 0;
 }
 
 void KernelLines::take(const std::vector<KernelLine>& lines) {
@@ -239,14 +230,26 @@ bool KernelLines::takeSilently(KernelLine line) {
 }
 
 void KernelLines::give(const Request& request) {
-    for (const KernelLine& line : request->getLines()) {
+    bool isReporting = false;
+    for (std::size_t place = 0; place < request->getLines().size(); ++place) {
+        const KernelLine& line = request->getLines()[place];
         if (m_Refused.erase(line.bit) != 0) {
-            m_Changed.insert(line.bit); // nobody knows since when
+            m_Changed.push_back(line.bit); // nobody knows since when
         }
-        m_Requests[line.bit] = request;
+        m_Held[line.bit] = {request, place};
+        isReporting = isReporting || line.role == KernelLine::INPUT;
     }
     Cause ignored;
-    m_Epoll.add(request->getDescriptor(), ignored);
+    const auto bit = static_cast<std::uint64_t>(request->getLines().front().bit);
+    if (isReporting && m_Reports.add(request->getDescriptor(), bit, ignored)) {
+        m_Reporting.push_back(request.get());
+    }
+}
+
+void KernelLines::endReports(const KernelRequest& request) {
+    m_Reports.remove(request.getDescriptor());
+    m_Reporting.erase(std::remove(m_Reporting.begin(), m_Reporting.end(), &request),
+                      m_Reporting.end());
 }
 
 void KernelLines::pack() {
@@ -255,9 +258,9 @@ void KernelLines::pack() {
     }
     m_IsScattered = false;
     std::set<Request> small;
-    for (const auto& held : m_Requests) {
-        if (held.second->hasRoom()) {
-            small.insert(held.second);
+    for (const auto& [bit, held] : m_Held) {
+        if (held.request->hasRoom()) {
+            small.insert(held.request);
         }
     }
     if (small.size() > 1) {
@@ -267,9 +270,9 @@ void KernelLines::pack() {
 
 // Makes a line free again, for another use.
 void KernelLines::release(int bit) {
-    const auto held = m_Requests.find(bit);
-    if (held != m_Requests.end()) {
-        std::set<Request> request{held->second};
+    const auto held = m_Held.find(bit);
+    if (held != m_Held.end()) {
+        std::set<Request> request{held->second.request};
         remake(request, bit);
     }
 }
@@ -279,11 +282,11 @@ void KernelLines::release(int bit) {
 void KernelLines::remake(std::set<Request>& requests, int without) {
     std::vector<KernelLine> lines;
     for (const Request& request : requests) {
-        m_Epoll.remove(request->getDescriptor());
+        endReports(*request);
         for (const KernelLine& line : request->getLines()) {
-            m_Requests.erase(line.bit);
+            m_Held.erase(line.bit);
             if (line.role == KernelLine::INPUT) {
-                m_Changed.insert(line.bit);
+                m_Changed.push_back(line.bit);
             }
             if (line.bit != without) {
                 lines.push_back(line);

@@ -21,11 +21,9 @@ public:
     /// Why the lines that had to be asked for could not be had; empty for those that could.
     using Outcome = std::map<int, Cause>;
 
-    KernelLines(std::unique_ptr<KernelChip> chip, int group);
+    /// `reports` outlives it, and is readable when collect() has something to find.
+    KernelLines(std::unique_ptr<KernelChip> chip, int group, const Epoll& reports);
     ~KernelLines();
-
-    /// Readable when collect() has something to find.
-    int getDescriptor() const { return m_Epoll.getDescriptor(); }
 
     /// Marks a line as one whose changes count; hold() then makes it an input. A line that this
     /// process drives stays an output, and each drive counts as a change.
@@ -44,8 +42,9 @@ public:
     /// Takes what the kernel has reported.
     void collect();
 
-    /// The watched lines that may have changed since the last call.
-    std::set<int> takeChanges();
+    /// True when one of the lines may have changed since the changes were forgotten.
+    bool isAnyChanged(const std::set<int>& bits) const;
+    void forgetChanges() { m_Changed.clear(); }
 
     /// True when one of the lines was asked for and could not be had.
     bool isAnyRefused(const std::set<int>& bits) const;
@@ -62,6 +61,11 @@ public:
 private:
     using Request = std::shared_ptr<KernelRequest>; // held by each of its lines
 
+    struct Held {
+        Request request;
+        std::size_t place; // of the line among those of the request
+    };
+
     KernelLine describe(int bit) const;
     bool isHeld(int bit) const;
     void take(const std::vector<KernelLine>& lines);
@@ -71,18 +75,20 @@ private:
     void pack();
     void release(int bit);
     void remake(std::set<Request>& requests, int without);
-    void readFrom(const KernelRequest& request, const std::vector<GPIOReading*>& readings);
+    void collect(const KernelRequest& request);
+    void endReports(const KernelRequest& request);
     Cause explain(int bit, int error);
 
     const std::unique_ptr<KernelChip> m_Chip;
     const int m_Group;
-    const Epoll m_Epoll; // over all requests with inputs
-    std::map<int, Request> m_Requests;
-    std::map<int, Cause> m_Refused; // lines that somebody wants, with the causes
-    std::set<int> m_Silent;         // lines whose changes the kernel cannot report
-    std::set<int> m_Unread;         // lines whose last reading failed
+    const Epoll& m_Reports; // over m_Reporting, each told by its first line
+    std::map<int, Held> m_Held;
+    std::vector<const KernelRequest*> m_Reporting; // those with inputs
+    std::map<int, Cause> m_Refused;                // lines that somebody wants, with the causes
+    std::set<int> m_Silent;                        // lines whose changes the kernel cannot report
+    std::set<int> m_Unread;                        // lines whose last reading failed
     std::set<int> m_Watched;
-    std::set<int> m_Changed;
+    std::vector<int> m_Changed; // some twice, perhaps
     bool m_IsScattered = false; // more requests than needed, perhaps
     bool m_IsGone = false;
 };

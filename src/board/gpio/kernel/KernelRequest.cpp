@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <iterator>
 #include <linux/gpio.h>
+#include <map>
 #include <sys/ioctl.h>
 
 namespace {
@@ -109,21 +110,21 @@ bool KernelRequest::hasRoom() const {
     return m_Lines.size() < GPIO_V2_LINES_MAX && first.role != KernelLine::OUTPUT && !first.isAlone;
 }
 
-bool KernelRequest::read(std::map<int, int>& levels) const {
-    gpio_v2_line_values values{};
-    for (std::size_t i = 0; i < m_Lines.size(); ++i) {
-        values.mask |= std::uint64_t{levels.count(m_Lines[i].bit)} << i;
+void KernelRequest::ask(std::size_t place) {
+    m_Asked = (m_Error == UNREAD ? m_Asked : 0) | std::uint64_t{1} << place;
+    m_Error = UNREAD;
+}
+
+bool KernelRequest::read(std::size_t place, int& level) {
+    if (m_Error == UNREAD) {
+        gpio_v2_line_values values{};
+        values.mask = m_Asked;
+        m_Error = ioctl(m_Request.get(), GPIO_V2_LINE_GET_VALUES_IOCTL, &values) == 0 ? 0 : errno;
+        m_Levels = values.bits;
     }
-    if (ioctl(m_Request.get(), GPIO_V2_LINE_GET_VALUES_IOCTL, &values) != 0) {
-        return false;
-    }
-    for (std::size_t i = 0; i < m_Lines.size(); ++i) {
-        const auto asked = levels.find(m_Lines[i].bit);
-        if (asked != levels.end()) {
-            asked->second = static_cast<int>(values.bits >> i & 1);
-        }
-    }
-    return true;
+    errno = m_Error;
+    level = static_cast<int>(m_Levels >> place & 1);
+    return m_Error == 0;
 }
 
 // Never closed and asked for again: that may change the level for a moment.
@@ -145,7 +146,7 @@ bool KernelRequest::drive(const GPIOLineSettings& settings, int level) {
     return true;
 }
 
-bool KernelRequest::takeChanges(int group, std::set<int>& bits) const {
+bool KernelRequest::takeChanges(int group, std::vector<int>& bits) const {
     gpio_v2_line_event events[MOST_EVENTS];
     for (int i = 0; i < MOST_READS; ++i) {
         const ssize_t size = ::read(m_Request.get(), events, sizeof(events));
@@ -156,7 +157,10 @@ bool KernelRequest::takeChanges(int group, std::set<int>& bits) const {
         for (std::size_t k = 0; k < count; ++k) {
             const int bit = static_cast<int>(events[k].offset);
             GPIOEdgeTable::note(group, bit, events[k].timestamp_ns);
-            bits.insert(bit);
+            bits.push_back(bit);
+        }
+        if (count < MOST_EVENTS) {
+            return true; // that was all
         }
     }
     return true;

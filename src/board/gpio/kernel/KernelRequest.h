@@ -4,9 +4,7 @@
 #include "platform/GPIOLineSettings.h"
 
 #include <cstdint>
-#include <map>
 #include <memory>
-#include <set>
 #include <vector>
 
 class KernelChip;
@@ -43,7 +41,7 @@ public:
     static std::unique_ptr<KernelRequest> open(const KernelChip& chip,
                                                const std::vector<KernelLine>& lines, int level = 0);
 
-    /// Readable when a line that is an input has changed.
+    /// Readable when a line that is an input has changed, or the chip has gone.
     int getDescriptor() const { return m_Request.get(); }
 
     const std::vector<KernelLine>& getLines() const { return m_Lines; }
@@ -51,19 +49,27 @@ public:
     /// True when more lines could be in it.
     bool hasRoom() const;
 
-    /// Reads the lines whose bits are the keys, in one system call. Other keys are left alone.
-    bool read(std::map<int, int>& levels) const;
+    /// Wants the level of the line at this place in getLines().
+    void ask(std::size_t place);
+
+    /// Gives a level that was asked for; the first such call reads all of them, in one system call.
+    bool read(std::size_t place, int& level);
 
     /// Makes the only line an output with this level, or gives the output it is this level.
     bool drive(const GPIOLineSettings& settings, int level);
 
     /// Takes the pending changes: adds the bits of the lines, and notes their times for this group.
-    bool takeChanges(int group, std::set<int>& bits) const;
+    bool takeChanges(int group, std::vector<int>& bits) const;
 
 private:
+    static constexpr int UNREAD = -1;
+
     KernelRequest(FileDescriptor request, const std::vector<KernelLine>& lines)
         : m_Request(std::move(request)), m_Lines(lines) {}
 
     const FileDescriptor m_Request;
     std::vector<KernelLine> m_Lines;
+    std::uint64_t m_Asked = 0; // the lines, by their places
+    std::uint64_t m_Levels = 0;
+    int m_Error = UNREAD; // of reading those that were asked for; 0 for none
 };

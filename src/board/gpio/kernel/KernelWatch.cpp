@@ -4,7 +4,6 @@
 #include "platform/Cause.h"
 
 #include <sys/eventfd.h>
-#include <utility>
 
 namespace {
 
@@ -16,9 +15,11 @@ constexpr int WITHOUT_LIMIT = -1;
 std::unique_ptr<GPIOBankWatch> KernelWatch::begin(const std::shared_ptr<KernelBank>& bank,
                                                   Cause& cause) {
     std::unique_ptr<KernelWatch> watch(new KernelWatch(bank));
-    const bool begun = watch->m_Epoll.add(watch->m_Event.get(), cause) &&
-                       watch->m_Epoll.add(bank->getDescriptor(), cause);
-    return begun ? std::move(watch) : nullptr;
+    if (!watch->m_Event.isValid()) {
+        cause = Cause::fromErrno("", "eventfd");
+        return nullptr;
+    }
+    return watch;
 }
 
 KernelWatch::KernelWatch(const std::shared_ptr<KernelBank>& bank)
@@ -28,6 +29,10 @@ KernelWatch::KernelWatch(const std::shared_ptr<KernelBank>& bank)
 
 KernelWatch::~KernelWatch() { m_Bank->leave(*this); }
 
+std::vector<int> KernelWatch::getDescriptors() const {
+    return {m_Bank->getReports(), m_Bank->getEntry(), m_Event.get()};
+}
+
 int KernelWatch::getTimeout() const {
     return m_Bank->isComplete(*this) ? WITHOUT_LIMIT : RETRY_INTERVAL;
 }
@@ -36,4 +41,6 @@ bool KernelWatch::add(int bit, Cause& cause) { return m_Bank->cover(*this, bit, 
 
 void KernelWatch::remove(int bit) { m_Bank->uncover(*this, bit); }
 
-GPIOBankWatch::Finding KernelWatch::drain() { return m_Bank->drain(*this); }
+GPIOBankWatch::Finding KernelWatch::drain(unsigned readable) {
+    return m_Bank->drain(*this, readable);
+}

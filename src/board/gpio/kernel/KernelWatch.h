@@ -1,11 +1,10 @@
 #pragma once
 
-#include "board/gpio/bank/Epoll.h"
 #include "board/gpio/bank/GPIOBankWatch.h"
 #include "board/runtime/FileDescriptor.h"
 
 #include <memory>
-#include <string>
+#include <vector>
 
 class KernelBank;
 
@@ -17,16 +16,15 @@ public:
                                                 Cause& cause);
     ~KernelWatch() override;
 
-    int getDescriptor() const override { return m_Epoll.getDescriptor(); }
+    std::vector<int> getDescriptors() const override;
     int getTimeout() const override;
     bool add(int bit, Cause& cause) override;
     void remove(int bit) override;
-    Finding drain() override;
+    Finding drain(unsigned readable) override;
 
 private:
     explicit KernelWatch(const std::shared_ptr<KernelBank>& bank);
 
     const std::shared_ptr<KernelBank> m_Bank;
-    const FileDescriptor m_Event; // written when another watch's drain() has found our changes
-    const Epoll m_Epoll;          // over the bank and the event
+    const FileDescriptor m_Event; // written when another has found our changes
 };

@@ -69,10 +69,12 @@ int SimulatedWatch::getTimeout() const {
     return std::max(0, static_cast<int>(left.count()));
 }
 
-GPIOBankWatch::Finding SimulatedWatch::drain() {
+GPIOBankWatch::Finding SimulatedWatch::drain(unsigned readable) {
     Finding found = NOTHING;
-    m_Events.take(
-        [&](const DirectoryEvents::Event& event) { found = std::max(found, judge(event)); });
+    if (readable != 0) {
+        m_Events.take(
+            [&](const DirectoryEvents::Event& event) { found = std::max(found, judge(event)); });
+    }
     return std::max(found, takeDue());
 }
 

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 /// Watches the files of a simulated bank. Not thread-safe.
 class SimulatedWatch : public GPIOBankWatch {
@@ -14,11 +15,11 @@ public:
     /// Watches the entry of a device's directory; null, and `cause`, when that is not possible.
     static std::unique_ptr<GPIOBankWatch> begin(const std::string& device, int group, Cause& cause);
 
-    int getDescriptor() const override { return m_Events.getDescriptor(); }
+    std::vector<int> getDescriptors() const override { return {m_Events.getDescriptor()}; }
     int getTimeout() const override;
     bool add(int bit, Cause& cause) override;
     void remove(int bit) override;
-    Finding drain() override;
+    Finding drain(unsigned readable) override;
 
 private:
     using Clock = std::chrono::steady_clock;
