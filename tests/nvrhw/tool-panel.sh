@@ -105,6 +105,7 @@ sees 'Tab +from the inputs'
 for ((i = 0; i < 9; i++)); do keys NPage; done
 sees 'leaves out columns'
 keys Escape
+sees '^▸ *3 .* 0 +○ normal' # an escape may be the begin of a key, so it takes a moment
 size 38 9
 sees 'needs 40 columns and 10'
 keys t # not while it cannot be seen
