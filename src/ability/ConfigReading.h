@@ -13,7 +13,8 @@ using Node = SafePointer<XmlConfigureNode>;
 using Item = SafePointer<XmlConfigureItem>;
 
 /// The property of a node or an item; 0, false or empty when it is not there.
-template <typename Value, typename Source> Value property(const Source& source, const char* name) {
+template <typename Value, typename Source>
+Value property(const Source& source, const std::string& name) {
     Value value{};
     source->getProperty(name, value);
     return value;
@@ -37,7 +38,8 @@ int readEach(std::vector<Source>& sources, std::vector<Record>& records, Read re
 /// readEach() for the child nodes of this name; also fails when there is no list of them.
 /// `parent` is a node or the pointer to a document.
 template <typename Parent, typename Record, typename Read>
-int readNodes(const Parent& parent, const char* name, std::vector<Record>& records, Read read) {
+int readNodes(const Parent& parent, const std::string& name, std::vector<Record>& records,
+              Read read) {
     std::vector<Node> nodes;
     return parent->getConfigNodeList(name, nodes) != 0 ? readEach(nodes, records, read) : 0;
 }
@@ -51,7 +53,7 @@ int readItems(const Node& node, std::vector<Record>& records, Read read) {
 
 /// Runs `read` on the child node of this name: its result, or 0 when there is no such node.
 template <typename Parent, typename Read>
-int readNode(const Parent& parent, const char* name, Read read) {
+int readNode(const Parent& parent, const std::string& name, Read read) {
     Node node;
     return parent->getConfigNode(name, node) != 0 ? read(node) : 0;
 }

@@ -8,18 +8,30 @@ using namespace NS_ConfigReading;
 
 namespace {
 
+// What each layout and window is asked for, made once.
+const std::string MODEL_ID = "modelId";
+const std::string PIC_NUMBER = "picNumber";
+const std::string WIN_ID = "winId";
+const std::string WIDTH = "width";
+const std::string HEIGHT = "height";
+const std::string RESOLUTION_NAME = "resolutionname";
+const std::string MAX_VIDEO_RESOLUTION = "MaxVideoResolution";
+const std::string SUB_WIN_LIST = "SubWinList";
+const std::string LAYOUT_MODE_ID = "layoutmodeId";
+const std::string SUB_WIN_DECODING_ABILITY = "SubWinDecodingAbility";
+
 int readResolution(const Item& item, MonitorResolution& out) {
     out.setResolutionId(property<int>(item, "id"));
     out.setResolutionName(property<std::string>(item, "name").c_str());
     out.setInputType(property<int>(item, "type"));
-    out.setWidth(property<int>(item, "width"));
-    out.setHeight(property<int>(item, "height"));
+    out.setWidth(property<int>(item, WIDTH));
+    out.setHeight(property<int>(item, HEIGHT));
     return 1;
 }
 
 int readLayoutModel(const Item& item, LayoutModel& out) {
-    out.setModelId(property<int>(item, "modelId"));
-    out.setPicNumber(property<int>(item, "picNumber"));
+    out.setModelId(property<int>(item, MODEL_ID));
+    out.setPicNumber(property<int>(item, PIC_NUMBER));
     return 1;
 }
 
@@ -34,21 +46,21 @@ void trace(const MonitorResolution& resolution) {
 
 VideoResolution readVideoResolution(const Node& node) {
     VideoResolution resolution;
-    resolution.setVideoWidth(property<int>(node, "width"));
-    resolution.setVideoHeight(property<int>(node, "height"));
-    resolution.setResolutionName(property<std::string>(node, "resolutionname").c_str());
+    resolution.setVideoWidth(property<int>(node, WIDTH));
+    resolution.setVideoHeight(property<int>(node, HEIGHT));
+    resolution.setResolutionName(property<std::string>(node, RESOLUTION_NAME).c_str());
     return resolution;
 }
 
 int readSubWinGroup(const Node& group, SubWinDecodingAbility& out) {
-    const int resolution = readNode(group, "MaxVideoResolution", [&](const Node& node) {
+    const int resolution = readNode(group, MAX_VIDEO_RESOLUTION, [&](const Node& node) {
         out.setMaxVideoResolution(readVideoResolution(node));
         return 1;
     });
     const auto readWindows = [&](const Node& node) {
         std::vector<int> windows;
         const auto read = [](const Item& item, int& window) {
-            window = property<int>(item, "winId");
+            window = property<int>(item, WIN_ID);
             return 1;
         };
         if (readItems(node, windows, read) == 0) {
@@ -57,13 +69,13 @@ int readSubWinGroup(const Node& group, SubWinDecodingAbility& out) {
         out.setSubWinList(windows);
         return 1;
     };
-    return resolution != 0 ? readNode(group, "SubWinList", readWindows) : 0;
+    return resolution != 0 ? readNode(group, SUB_WIN_LIST, readWindows) : 0;
 }
 
 int readLayoutDecoding(const Node& layout, LayoutDecodingAbility& out) {
-    out.setLayoutModeID(property<int>(layout, "layoutmodeId"));
+    out.setLayoutModeID(property<int>(layout, LAYOUT_MODE_ID));
     std::vector<SubWinDecodingAbility> groups;
-    if (readNodes(layout, "SubWinDecodingAbility", groups, readSubWinGroup) == 0) {
+    if (readNodes(layout, SUB_WIN_DECODING_ABILITY, groups, readSubWinGroup) == 0) {
         return 0;
     }
     out.setSubWinDecodingAbilityList(groups);

@@ -80,7 +80,7 @@ int I2CController::getBuses(std::vector<I2CBus>& buses) {
 int I2CController::readRegisters(int bus, int address, int firstRegister, int count,
                                  std::vector<unsigned char>& values) {
     const XQMutexManager guard(m_Impl->transferMutex, SOURCE, __LINE__);
-    return guarded<std::runtime_error>(subjectOf(bus, address), SOURCE, __LINE__, [&] {
+    return guarded<std::runtime_error>(subjectOf(bus, address).c_str(), SOURCE, __LINE__, [&] {
         values = I2CDevice(bus, address).read(firstRegister, count);
     });
 }
@@ -88,7 +88,7 @@ int I2CController::readRegisters(int bus, int address, int firstRegister, int co
 int I2CController::writeRegisters(int bus, int address, int firstRegister,
                                   const std::vector<unsigned char>& values) {
     const XQMutexManager guard(m_Impl->transferMutex, SOURCE, __LINE__);
-    return guarded<std::runtime_error>(subjectOf(bus, address), SOURCE, __LINE__, [&] {
+    return guarded<std::runtime_error>(subjectOf(bus, address).c_str(), SOURCE, __LINE__, [&] {
         I2CDevice(bus, address).write(firstRegister, values);
     });
 }

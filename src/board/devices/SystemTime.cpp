@@ -64,7 +64,7 @@ Settings readSettings(const std::string& fileName) {
     if (!find(fileName, file, text)) {
         return {Schema::DEFAULT_DEVICE};
     }
-    const XmlElement root(std::make_shared<XmlDocument>(file, text));
+    const XmlElement root(std::make_shared<XmlDocument>(file, std::move(text)));
     const XmlElement device = root.name() == name ? root : root.child(name);
     if (root.children(name).size() > 1) {
         root.children(name)[1].fail("there can be only one");

@@ -5,6 +5,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 /// A configuration document cannot be used. It never leaves the board layer: each operation of the
 /// seam ends in guard().
@@ -29,24 +30,35 @@ public:
     /// Does a reader's work: 1, or 0 with the cause in the log and in lastFault().
     template <typename Action>
     static int guard(const char* subject, const char* file, int line, Action action) {
-        lastFault() = Cause();
+        if (std::exchange(hasFault(), false)) {
+            keptFault() = Cause();
+        }
         return guarded<ConfigError>(subject, file, line, [&] {
             try {
                 action();
             } catch (const ConfigError& error) {
-                lastFault() = error.cause();
+                keptFault() = error.cause();
+                hasFault() = true;
                 throw;
             }
         });
     }
 
     /// Of this thread's last guarded work; empty when it was done.
-    static Cause& lastFault() {
+    static const Cause& lastFault() { return keptFault(); }
+
+private:
+    static Cause& keptFault() {
         thread_local Cause fault;
         return fault;
     }
 
-private:
+    // Told apart, as most work is done and asking for the other takes a thread's first-use guard.
+    static bool& hasFault() {
+        thread_local bool has = false;
+        return has;
+    }
+
     static std::string textOf(Cause cause, const std::string& subject) {
         cause.what.insert(0, subject.empty() ? "" : subject + ": ");
         return cause.text();

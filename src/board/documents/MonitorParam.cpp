@@ -98,7 +98,7 @@ std::shared_ptr<XmlDocument> MonitorParamConfig::Impl::load() const {
     }
     std::string text = emptyStore();
     TextFile::readIfPresent(path, text);
-    return std::make_shared<XmlDocument>(path, text);
+    return std::make_shared<XmlDocument>(path, std::move(text));
 }
 
 std::vector<MonitorParamConfig::Impl::Entry>

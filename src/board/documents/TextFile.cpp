@@ -9,7 +9,9 @@
 
 namespace {
 
-void checkIsRegular(const FileDescriptor& file, const std::string& path) {
+constexpr std::size_t BLOCK = std::size_t{16} * 1024;
+
+std::size_t sizeOf(const FileDescriptor& file, const std::string& path) {
     struct stat status {};
     if (fstat(file.get(), &status) != 0) {
         throw ConfigError::fromErrno(path);
@@ -21,31 +23,38 @@ void checkIsRegular(const FileDescriptor& file, const std::string& path) {
     if (!S_ISREG(status.st_mode)) {
         throw ConfigError(path, 0, "not a regular file");
     }
+    return static_cast<std::size_t>(status.st_size);
 }
 
+// A file may grow meanwhile, and those of the kernel do not tell their size before.
 std::string readAll(const FileDescriptor& file, const std::string& path) {
-    std::string text;
-    char block[16 * 1024];
-    for (;;) {
-        const ssize_t count = ::read(file.get(), block, sizeof block);
-        if (count == 0) {
-            return text;
-        }
+    const std::size_t expected = std::min(sizeOf(file, path), TextFile::MAX_SIZE);
+    std::string text(expected + 1, '\0');
+    for (std::size_t size = 0;;) {
+        const ssize_t count = ::read(file.get(), text.data() + size, text.size() - size);
         if (count < 0 && errno != EINTR) {
             throw ConfigError::fromErrno(path);
         }
-        text.append(block, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-        if (text.size() > TextFile::MAX_SIZE) {
+        size += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+        if (size > TextFile::MAX_SIZE) {
             throw ConfigError(path, 0,
                               "larger than " + std::to_string(TextFile::MAX_SIZE) + " bytes");
+        }
+        if (count == 0) {
+            text.resize(size);
+            return text;
+        }
+        if (size == text.size()) {
+            text.resize(size + BLOCK);
         }
     }
 }
 
 void checkIsText(const std::string& text, const std::string& path) {
-    const auto zero = std::find(text.begin(), text.end(), '\0');
-    if (zero != text.end()) {
-        const auto line = 1 + std::count(text.begin(), zero, '\n');
+    const std::size_t zero = text.find('\0');
+    if (zero != text.npos) {
+        const auto end = text.begin() + static_cast<std::ptrdiff_t>(zero);
+        const auto line = 1 + std::count(text.begin(), end, '\n');
         throw ConfigError(path, static_cast<int>(line), "a zero byte: not a text file");
     }
 }
@@ -99,7 +108,6 @@ bool TextFile::readIfPresent(const std::string& path, std::string& text) {
         }
         throw ConfigError::fromErrno(path);
     }
-    checkIsRegular(file, path);
     std::string content = readAll(file, path);
     checkIsText(content, path);
     text = std::move(content);

@@ -45,9 +45,9 @@ using ElementItem = ElementOf<XmlConfigureItem>;
 template <typename Element, typename Pointer>
 int list(const XmlElement& parent, const std::string& name, std::vector<Pointer>& out) {
     out.clear();
-    out.reserve(parent.countChildren(name));
-    parent.forEachChild(name,
-                        [&](XmlElement child) { out.emplace_back(new Element(std::move(child))); });
+    parent.forEachChild(
+        name, [&](std::size_t count) { out.reserve(count); },
+        [&](XmlElement child) { out.emplace_back(new Element(std::move(child))); });
     return 1;
 }
 

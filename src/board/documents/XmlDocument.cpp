@@ -3,6 +3,7 @@
 #include "board/documents/ConfigError.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -35,24 +36,25 @@ bool isElement(const pugi::xml_node& node) { return node.type() == pugi::node_el
 
 } // namespace
 
-XmlDocument::XmlDocument(const std::string& path, const std::string& text) : m_Path(path) {
-    for (std::size_t i = text.find('\n'); i != std::string::npos; i = text.find('\n', i + 1)) {
+XmlDocument::XmlDocument(const std::string& path, std::string text)
+    : m_Path(path), m_Text(std::move(text)) {
+    for (std::size_t i = m_Text.find('\n'); i != m_Text.npos; i = m_Text.find('\n', i + 1)) {
         m_LineEnds.push_back(static_cast<std::ptrdiff_t>(i));
     }
-    const std::size_t zero = findZeroReference(text);
+    const std::size_t zero = findZeroReference(m_Text);
     if (zero != std::string::npos) {
         fail(static_cast<std::ptrdiff_t>(zero), "a reference to the zero character");
     }
     const pugi::xml_parse_result result =
-        m_Tree.load_buffer(text.data(), text.size(), pugi::parse_full);
+        m_Tree.load_buffer_inplace(m_Text.data(), m_Text.size(), pugi::parse_full);
     if (!result) {
         fail(result.offset, result.description());
     }
     if (result.encoding != pugi::encoding_utf8) {
         fail(0, "the encoding is not UTF-8");
     }
-    const pugi::xml_node root = m_Tree.document_element();
-    for (pugi::xml_node node = root.next_sibling(); node; node = node.next_sibling()) {
+    m_Root = m_Tree.document_element();
+    for (pugi::xml_node node = m_Root.next_sibling(); node; node = node.next_sibling()) {
         if (isElement(node)) {
             fail(node.offset_debug(), std::string("a second root element ") + node.name());
         }

@@ -9,10 +9,12 @@
 class XmlDocument {
 public:
     /// Throws ConfigError when `text`, read from `path`, is not one well-formed document.
-    XmlDocument(const std::string& path, const std::string& text);
+    XmlDocument(const std::string& path, std::string text);
+    XmlDocument(const XmlDocument&) = delete;
+    XmlDocument& operator=(const XmlDocument&) = delete;
 
     const std::string& path() const { return m_Path; }
-    pugi::xml_node root() const { return m_Tree.document_element(); }
+    pugi::xml_node root() const { return m_Root; }
 
     /// The line a node or an attribute of the document as it was read stands in, from 1; 0 for a
     /// node that was added.
@@ -31,5 +33,7 @@ private:
 
     std::string m_Path;
     std::vector<std::ptrdiff_t> m_LineEnds;
+    std::string m_Text; // what the names and values of the tree lie in
     pugi::xml_document m_Tree;
+    pugi::xml_node m_Root;
 };

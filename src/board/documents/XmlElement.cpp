@@ -7,8 +7,11 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <utility>
 
 namespace {
+
+constexpr std::size_t FEW = 16; // elements of a name, as most lists have
 
 /// A value for a message: not endless, and on one line.
 std::string shown(const char* value) {
@@ -57,17 +60,34 @@ int XmlElement::textLine() const {
 }
 
 XmlElement XmlElement::child(const std::string& name) const {
-    for (const pugi::xml_node& node : m_Node.children(name.c_str())) {
+    pugi::xml_node node = m_Node.child(name.c_str());
+    while (node && !isElement(node)) {
+        node = node.next_sibling(name.c_str());
+    }
+    if (!node) {
+        throw ConfigError(file(), line(), m_Node.name() + (" has no element " + name));
+    }
+    return {m_Document, node};
+}
+
+// Walked once: in a large document that is what takes the time.
+std::vector<pugi::xml_node> XmlElement::childNodes(const std::string& name) const {
+    std::vector<pugi::xml_node> nodes;
+    nodes.reserve(FEW);
+    for (pugi::xml_node node = m_Node.child(name.c_str()); node;
+         node = node.next_sibling(name.c_str())) {
         if (isElement(node)) {
-            return {m_Document, node};
+            nodes.push_back(node);
         }
     }
-    throw ConfigError(file(), line(), m_Node.name() + (" has no element " + name));
+    return nodes;
 }
 
 std::vector<XmlElement> XmlElement::children(const std::string& name) const {
     std::vector<XmlElement> elements;
-    forEachChild(name, [&](const XmlElement& element) { elements.push_back(element); });
+    forEachChild(
+        name, [&](std::size_t count) { elements.reserve(count); },
+        [&](XmlElement element) { elements.push_back(std::move(element)); });
     return elements;
 }
 
@@ -94,7 +114,7 @@ XmlElement XmlElement::append(const std::string& name) {
 pugi::xml_attribute XmlElement::find(const std::string& name) const {
     const pugi::xml_attribute found = m_Node.attribute(name.c_str());
     for (pugi::xml_attribute next = found.next_attribute(); next; next = next.next_attribute()) {
-        if (name == next.name()) {
+        if (std::strcmp(name.c_str(), next.name()) == 0) {
             fail(next, "attribute " + name + " stands twice");
         }
     }

@@ -3,7 +3,6 @@
 #include "board/documents/XmlDocument.h"
 #include "board/documents/schema/Schema.h"
 
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -50,19 +49,14 @@ public:
     std::vector<XmlElement> children(const std::string& section, const std::string& name) const;
     std::vector<XmlElement> children() const;
 
-    /// Calls `each` with the child elements of this name in document order.
-    template <typename Each> void forEachChild(const std::string& name, Each each) const {
-        for (const pugi::xml_node& node : m_Node.children(name.c_str())) {
-            if (node.type() == pugi::node_element) {
-                each(XmlElement(m_Document, node));
-            }
+    /// The same for each in turn, after `begin` has been called with their number.
+    template <typename Begin, typename Each>
+    void forEachChild(const std::string& name, Begin begin, Each each) const {
+        const std::vector<pugi::xml_node> nodes = childNodes(name);
+        begin(nodes.size());
+        for (const pugi::xml_node& node : nodes) {
+            each(XmlElement(m_Document, node));
         }
-    }
-
-    /// At least as many as there are child elements of this name.
-    std::size_t countChildren(const std::string& name) const {
-        const auto named = m_Node.children(name.c_str());
-        return static_cast<std::size_t>(std::distance(named.begin(), named.end()));
     }
 
     /// Adds a child element behind the last.
@@ -95,6 +89,7 @@ private:
     XmlElement(const std::shared_ptr<XmlDocument>& document, const pugi::xml_node& node)
         : m_Document(document), m_Node(node) {}
 
+    std::vector<pugi::xml_node> childNodes(const std::string& name) const;
     bool read(const std::string& name, int& out, Range range) const;
     pugi::xml_attribute find(const std::string& name) const;
     pugi::xml_attribute find(const FieldSchema& field) const;
