@@ -16,13 +16,20 @@ public:
         std::vector<GPIOReading*> readings{};
     };
 
-    /// In the order in which they were added, to be gone through once all have been.
+    /// By their places, to be gone through once all have been set.
     std::vector<GPIOReading>& readings() { return m_Readings; }
 
-    void add(int group, int bit) { m_Readings.push_back({group, bit}); }
+    /// Begins anew with so many lines, to be set one by one.
+    void begin(std::size_t lines) { m_Readings.resize(lines); }
 
-    /// Forgets the lines.
-    void clear() { m_Readings.clear(); }
+    void set(std::size_t place, int group, int bit) {
+        GPIOReading& reading = m_Readings[place];
+        reading.group = group;
+        reading.bit = bit;
+        if (reading.cause) {
+            reading.cause = Cause();
+        }
+    }
 
     /// The lines by their groups; some may have none.
     std::vector<Group>& groups() {

@@ -45,8 +45,8 @@ int GPIO::set(int group, int bit, int level) {
 
 int GPIO::get(int group, int bit, int& level) {
     const auto batch = m_Impl->batches.take();
-    batch->clear();
-    batch->add(group, bit);
+    batch->begin(1);
+    batch->set(0, group, bit);
     if (!std::atomic_load(&m_Impl->banks)->read(*batch)) {
         return 0;
     }
@@ -56,9 +56,9 @@ int GPIO::get(int group, int bit, int& level) {
 
 int GPIO::get(const std::vector<IOInfo>& lines, std::vector<IOState>& states) {
     const auto batch = m_Impl->batches.take();
-    batch->clear();
-    for (const IOInfo& line : lines) {
-        batch->add(line.getGroupId(), line.getBitPosion());
+    batch->begin(lines.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        batch->set(i, lines[i].getGroupId(), lines[i].getBitPosion());
     }
     const bool all = std::atomic_load(&m_Impl->banks)->read(*batch);
     states.clear();

@@ -23,13 +23,16 @@ void StopSignal::request() {
 }
 
 void StopSignal::wait(const TarvikTime& duration) {
+    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
+    if (isRequested()) {
+        return;
+    }
     const auto length = std::chrono::seconds(duration.getSeconds()) +
                         std::chrono::microseconds(duration.getMicroseconds());
     const auto end = std::chrono::steady_clock::now() + length;
-    const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
-    while (!isRequested() && std::chrono::steady_clock::now() < end) {
+    do {
         m_Changed.waitUntil(m_Mutex, end, SOURCE, __LINE__);
-    }
+    } while (!isRequested() && std::chrono::steady_clock::now() < end);
 }
 
 void StopSignal::setEvent(int event) {

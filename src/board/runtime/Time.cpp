@@ -39,7 +39,10 @@ TarvikTime TarvikTime::currentTime() {
     }
     timespec now{};
     clock_gettime(CLOCK_MONOTONIC, &now);
-    return {static_cast<long>(now.tv_sec), now.tv_nsec / NANOSECONDS_PER_MICROSECOND};
+    TarvikTime time; // which has nothing to carry over
+    time.m_Seconds = static_cast<std::int32_t>(now.tv_sec);
+    time.m_Microseconds = static_cast<std::int32_t>(now.tv_nsec / NANOSECONDS_PER_MICROSECOND);
+    return time;
 }
 
 void TarvikTime::wait(const TarvikTime& duration) {

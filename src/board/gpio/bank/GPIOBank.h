@@ -11,8 +11,8 @@ struct stat;
 
 /// One line to read and what came of it.
 struct GPIOReading {
-    int group;
-    int bit;
+    int group = 0;
+    int bit = 0;
     int level = 0; ///< 0 or 1; without meaning when there is a cause
     Cause cause{}; ///< why the line could not be read; empty when it could
 };

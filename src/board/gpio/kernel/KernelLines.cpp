@@ -74,23 +74,35 @@ void KernelLines::read(const std::vector<GPIOReading*>& readings) {
     }
     hold(missing);
     pack();
+    auto held = m_Held.end();
     for (const GPIOReading* reading : readings) {
-        const auto held = m_Held.find(reading->bit);
+        held = find(reading->bit, held);
         if (held != m_Held.end()) {
             held->second.request->ask(held->second.place);
         }
     }
     for (GPIOReading* reading : readings) {
-        const auto held = m_Held.find(reading->bit);
+        held = find(reading->bit, held);
         if (held == m_Held.end()) {
             reading->cause = m_Refused[reading->bit];
         } else if (held->second.request->read(held->second.place, reading->level)) {
-            m_Unread.erase(reading->bit);
+            if (!m_Unread.empty()) {
+                m_Unread.erase(reading->bit);
+            }
         } else {
             reading->cause = explain(reading->bit, errno);
             m_Unread.insert(reading->bit);
         }
     }
+}
+
+// Lines come in order most often: the one behind that of before is looked at first.
+std::map<int, KernelLines::Held>::iterator KernelLines::find(int bit,
+                                                             std::map<int, Held>::iterator before) {
+    if (before != m_Held.end() && ++before != m_Held.end() && before->first == bit) {
+        return before;
+    }
+    return m_Held.find(bit);
 }
 
 bool KernelLines::drive(int bit, int level, Cause& cause) {
@@ -145,9 +157,9 @@ bool KernelLines::isAnyRefused(const std::set<int>& bits) const {
 }
 
 bool KernelLines::isAnyUnsure(const std::set<int>& bits) const {
-    return std::any_of(bits.begin(), bits.end(), [this](int bit) {
-        return m_Silent.count(bit) != 0 || m_Unread.count(bit) != 0;
-    });
+    const auto isAsked = [&](int bit) { return bits.count(bit) != 0; };
+    return std::any_of(m_Silent.begin(), m_Silent.end(), isAsked) ||
+           std::any_of(m_Unread.begin(), m_Unread.end(), isAsked);
 }
 
 bool KernelLines::isAnyChanged(const std::set<int>& bits) const {

@@ -68,6 +68,7 @@ private:
 
     KernelLine describe(int bit) const;
     bool isHeld(int bit) const;
+    std::map<int, Held>::iterator find(int bit, std::map<int, Held>::iterator before);
     void take(const std::vector<KernelLine>& lines);
     bool takeTogether(const std::vector<KernelLine>& lines);
     bool takeSilently(KernelLine line);
