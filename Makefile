@@ -5,6 +5,8 @@
 # docs        the reference, with the examples and guides, into build/docs
 # coverage    which part of each room the tests reach; pages into build/coverage/html
 # abi         what a change breaks for programs built against the recorded ABI (abi-record records)
+# bench       measures the library beside what one would write by hand: a table, and build/bench.json
+# bench-board the same on the emulated board, for the rows that need one: build/bench-board.json
 # setup       installs the Debian packages that any of these needs, and does nothing else
 # check       everything the gate asks for (see .ci/run)
 # clean       removes all that was built
@@ -12,7 +14,7 @@
 PRESET ?= dev
 BUILD := build/$(PRESET)
 
-.PHONY: run test board-test package docs coverage abi abi-record setup check clean build
+.PHONY: run test board-test package docs coverage abi abi-record bench bench-board setup check clean build
 
 run: build
 	scripts/run-sample $(BUILD)
@@ -39,8 +41,14 @@ abi abi-record: build
 	scripts/setup abi
 	scripts/abi $(filter record,$(subst abi-,,$@))
 
+bench:
+	scripts/bench
+
+bench-board:
+	scripts/bench --board
+
 setup:
-	scripts/setup package docs coverage abi check board arm64
+	scripts/setup package docs coverage abi bench check board arm64
 
 check:
 	.ci/run

@@ -2,6 +2,7 @@
 #include "ability/NVRAbilityConfigure.h"
 
 #include <benchmark/benchmark.h>
+#include <memory>
 #include <pugixml.hpp>
 
 namespace {
@@ -64,9 +65,34 @@ void readOurs(benchmark::State& state) {
     }
 }
 
-LayoutAbility layoutsOf(const pugi::xml_node& node) {
+/// What is done for each node beside reading it: nothing.
+struct Nothing {
+    explicit Nothing(const std::shared_ptr<pugi::xml_document>& /*document*/) {}
+    void operator()() const {}
+};
+
+/// A counted object that keeps the document alive, as the nodes are that the readers see.
+struct CountedNode {
+    struct Node {
+        virtual ~Node() = default;
+        std::shared_ptr<pugi::xml_document> document;
+        void* element = nullptr;
+    };
+
+    explicit CountedNode(const std::shared_ptr<pugi::xml_document>& each) : document(each) {}
+    void operator()() const {
+        SafePointer<Node> node(new Node);
+        node->document = document;
+        benchmark::DoNotOptimize(node);
+    }
+
+    const std::shared_ptr<pugi::xml_document>& document;
+};
+
+template <typename Each> LayoutAbility layoutsOf(const pugi::xml_node& node, Each each) {
     std::vector<LayoutModel> models;
     for (const pugi::xml_node item : node.children("item")) {
+        each();
         models.emplace_back();
         models.back().setModelId(item.attribute("modelId").as_int());
         models.back().setPicNumber(item.attribute("picNumber").as_int());
@@ -76,14 +102,17 @@ LayoutAbility layoutsOf(const pugi::xml_node& node) {
     return layouts;
 }
 
-SubWinDecodingAbility groupOf(const pugi::xml_node& node) {
+template <typename Each> SubWinDecodingAbility groupOf(const pugi::xml_node& node, Each each) {
     const pugi::xml_node largest = node.child("MaxVideoResolution");
+    each();
     VideoResolution resolution;
     resolution.setVideoWidth(largest.attribute("width").as_int());
     resolution.setVideoHeight(largest.attribute("height").as_int());
     resolution.setResolutionName(largest.attribute("resolutionname").value());
     std::vector<int> windows;
+    each();
     for (const pugi::xml_node item : node.child("SubWinList").children("item")) {
+        each();
         windows.push_back(item.attribute("winId").as_int());
     }
     SubWinDecodingAbility group;
@@ -92,12 +121,14 @@ SubWinDecodingAbility groupOf(const pugi::xml_node& node) {
     return group;
 }
 
-DecodingAbility decodingOf(const pugi::xml_node& node) {
+template <typename Each> DecodingAbility decodingOf(const pugi::xml_node& node, Each each) {
     std::vector<LayoutDecodingAbility> layouts;
     for (const pugi::xml_node child : node.children("LayoutDecodingAbility")) {
+        each();
         std::vector<SubWinDecodingAbility> groups;
         for (const pugi::xml_node group : child.children("SubWinDecodingAbility")) {
-            groups.push_back(groupOf(group));
+            each();
+            groups.push_back(groupOf(group, each));
         }
         layouts.emplace_back();
         layouts.back().setLayoutModeID(child.attribute("layoutmodeId").as_int());
@@ -109,28 +140,30 @@ DecodingAbility decodingOf(const pugi::xml_node& node) {
 }
 
 // The sections that grow; the others are a few lines in a document of any size.
-void readPeer(benchmark::State& state) {
+template <typename Each> void readPeer(benchmark::State& state) {
     const BenchBoard board(0, 0);
     board.writeFile(PATH, document(static_cast<int>(state.range())));
     const std::string path = board.root() + PATH;
     for (auto _ : state) {
-        pugi::xml_document document;
-        if (!document.load_file(path.c_str())) {
+        const auto document = std::make_shared<pugi::xml_document>();
+        if (!document->load_file(path.c_str())) {
             state.SkipWithError("not read");
         }
-        const pugi::xml_node root = document.document_element();
+        const Each each(document);
+        const pugi::xml_node root = document->document_element();
         const pugi::xml_node channels = root.child("ChannelAbility");
         NVRDeviceAbility ability;
         ability.setMaxChannelNumber(channels.attribute("channelNumber").as_int());
         ability.setMaxDecodeAbility(channels.attribute("maxDecodeAbility").as_int());
-        ability.setLayoutAbility(layoutsOf(root.child("LayoutAbility")));
-        ability.setDecodingAbility(decodingOf(root.child("DecodingAbility")));
+        ability.setLayoutAbility(layoutsOf(root.child("LayoutAbility"), each));
+        ability.setDecodingAbility(decodingOf(root.child("DecodingAbility"), each));
         benchmark::DoNotOptimize(ability);
     }
 }
 
 const std::vector<std::int64_t> LAYOUTS{8, 100, 1000, 8000};
 BENCHMARK(readOurs)->Name("ability-document/ours")->ArgsProduct({LAYOUTS});
-BENCHMARK(readPeer)->Name("ability-document/peer")->ArgsProduct({LAYOUTS});
+BENCHMARK(readPeer<Nothing>)->Name("ability-document/peer")->ArgsProduct({LAYOUTS});
+BENCHMARK(readPeer<CountedNode>)->Name("ability-document/floor")->ArgsProduct({LAYOUTS});
 
 } // namespace

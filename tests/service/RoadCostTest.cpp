@@ -4,8 +4,11 @@
 #include "gpio/GPIOOperator.h"
 #include "support/Allocations.h"
 #include "support/EdgeRoad.h"
+#include "support/ThreadWaits.h"
 
+#include <chrono>
 #include <fcntl.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -47,6 +50,28 @@ TEST_F(RoadCostTest, NothingIsAllocatedOnceEverythingIsThere) {
     EXPECT_EQ(costOf([&] { outputs.triggerAlarm(2); }), 0) << "a record that is there";
     auto& gpio = get<GPIOOperator>("gpio");
     EXPECT_EQ(costOf([&] { gpio.execOperation(); }), 0) << "the worker's pass";
+}
+
+// A window without any is there only when nobody looks now and then.
+TEST_F(RoadCostTest, NobodyWakesUpBeforeSomethingIsDue) {
+    using Clock = std::chrono::steady_clock;
+    const auto waitsIn = [](std::chrono::milliseconds window) {
+        const ThreadWaits waits;
+        std::this_thread::sleep_for(window);
+        return waits.count();
+    };
+    long idle = 1;
+    for (int i = 0; i < 20 && idle != 0; ++i) { // the threads have just begun
+        idle = waitsIn(std::chrono::milliseconds(250));
+    }
+    EXPECT_EQ(idle, 0);
+    auto& outputs = get<IOAlarmOutManager>("IOAlarmOutManager");
+    outputs.setAlarmOutMode(2, {AlarmOutMode::Flash, AlarmOutMode::Direct, 60000, 2.0F});
+    outputs.triggerAlarm(2);
+    const auto begin = Clock::now();
+    const long flashing = waitsIn(std::chrono::milliseconds(500));
+    EXPECT_GE(flashing, 1);
+    EXPECT_LE(flashing, (Clock::now() - begin) / std::chrono::milliseconds(50) + 2);
 }
 
 // The bank of each group is looked at once for a batch, and of a line's file its content alone.

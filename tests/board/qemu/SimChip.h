@@ -61,10 +61,12 @@ public:
         std::filesystem::create_symlink(device(), link);
     }
 
-private:
+    /// The kernel's file for the far side of a line: "pull", "value".
     path attribute(unsigned line, const char* name) const {
         return m_Wires / ("sim_gpio" + std::to_string(line)) / name;
     }
+
+private:
     static void write(const path& file, const std::string& text) {
         EXPECT_TRUE(std::ofstream(file) << text << std::flush) << file << ": cannot write " << text;
     }
