@@ -58,13 +58,11 @@ void passPeer(benchmark::State& state) {
     struct Record {
         double started;
         double last;
-        double period;
         double lifetime;
     };
     std::map<int, Record> records;
     for (int line = 0; line < state.range(); ++line) {
-        records[line / 64 << 16 | line % 64] = {microseconds(), microseconds(), LONG,
-                                                1000.0 * LONG};
+        records[line / 64 << 16 | line % 64] = {microseconds(), microseconds(), 1000.0 * LONG};
     }
     int due = 0;
     for (auto _ : state) {

@@ -27,7 +27,11 @@ struct Registry {
     std::map<std::string, std::weak_ptr<GPIOBankTable>> tables NVRHW_GUARDED_BY(mutex);
 };
 
-thread_local bool isAttentive = false;
+thread_local std::vector<const GPIOBank*> attended; // which keeps its memory
+
+bool isAttended(const GPIOBank* bank) {
+    return std::find(attended.begin(), attended.end(), bank) != attended.end();
+}
 
 Registry& registry() {
     static Registry* const instance = new Registry; // drivers may be made until the very end
@@ -48,9 +52,9 @@ std::shared_ptr<GPIOBankTable> GPIOBankTable::of(const std::string& device) {
     return table;
 }
 
-GPIOBankTable::Attention::Attention() { isAttentive = true; }
+GPIOBankTable::Attention::~Attention() { attended.clear(); }
 
-GPIOBankTable::Attention::~Attention() { isAttentive = false; }
+void GPIOBankTable::Attention::add(const GPIOBank* bank) { attended.push_back(bank); }
 
 GPIOBankTable::GPIOBankTable(std::string device)
     : m_Device(std::move(device)), m_FaultBook(std::make_shared<GPIOFaultBook>()) {}
@@ -79,7 +83,7 @@ std::shared_ptr<GPIOBank> GPIOBankTable::find(int group, Cause& cause) {
     struct stat present {};
     // Asked each time: it may go and come back. And without the lock: while one bank waits for its
     // chip, the others work on.
-    if (known != nullptr && ((isAttentive && known->isWatched()) ||
+    if (known != nullptr && ((isAttended(known.get()) && known->isWatched()) ||
                              (stat(path, &present) == 0 && known->isCurrent(present)))) {
         return known;
     }

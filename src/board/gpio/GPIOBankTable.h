@@ -15,12 +15,15 @@
 /// when the table is made. Thread-safe.
 class GPIOBankTable {
 public:
-    /// As long as it lasts, the calling thread knows that no entry of a watched bank was touched,
-    /// and need not look.
+    /// As long as it lasts, the calling thread knows of some banks that nobody has touched their
+    /// entries, and need not look. One at a time in a thread.
     class Attention {
     public:
-        Attention();
+        Attention() = default;
         ~Attention();
+
+        /// The thread has just waited for a watch of this bank, which had nothing to tell of that.
+        void add(const GPIOBank* bank);
         Attention(const Attention&) = delete;
         Attention& operator=(const Attention&) = delete;
     };

@@ -129,7 +129,8 @@ bool GPIODetectLoop::removeLine(int group, int bit, Cause& cause) {
 
 int GPIODetectLoop::pass() {
     const auto self = shared_from_this(); // the handler may release everything else
-    if (waitForEvents() && collectChanges()) {
+    GPIOBankTable::Attention attention;
+    if (waitForEvents() && collectChanges(attention)) {
         callHandler();
     }
     return 0;
@@ -167,6 +168,7 @@ bool GPIODetectLoop::beginWatch(int number, Group& group, Cause& cause) {
     }
     endWatch(group);
     group.watch = std::move(watch);
+    group.bank = bank.get();
     const std::vector<int> descriptors = group.watch->getDescriptors();
     for (std::size_t place = 0; place < descriptors.size(); ++place) {
         if (!m_Epoll->add(descriptors[place], tagOf(number, place), cause)) {
@@ -237,7 +239,7 @@ void GPIODetectLoop::noteReadable(std::uint64_t tag) {
 }
 
 // True when a watched line may have changed, its loss and return included.
-bool GPIODetectLoop::collectChanges() {
+bool GPIODetectLoop::collectChanges(GPIOBankTable::Attention& attention) {
     const XQMutexManager guard(m_Mutex, SOURCE, __LINE__);
     m_IsWaiting = false;
     bool changed = false;
@@ -248,6 +250,9 @@ bool GPIODetectLoop::collectChanges() {
             changed = true;
         }
         changed = std::exchange(group.isNews, false) || changed;
+        if (group.watch != nullptr) {
+            attention.add(group.bank);
+        }
     }
     return changed;
 }
@@ -272,7 +277,6 @@ void GPIODetectLoop::callHandler() {
     if (handler == nullptr) {
         return;
     }
-    const GPIOBankTable::Attention attention;
     const std::string cause = exceptionText([&] { handler(signalNumber); });
     if (!cause.empty()) {
         const std::string text = "the detection handler ended by an exception: " + cause;

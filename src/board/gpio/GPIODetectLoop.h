@@ -39,6 +39,7 @@ private:
     struct Group {
         std::set<int> bits;
         std::unique_ptr<GPIOBankWatch> watch; // null while the bank is lost
+        const GPIOBank* bank = nullptr;       // which is watched; to be told from others only
         unsigned readable = 0;                // of the watch's descriptors, as the last wait saw
         bool isNews = false;                  // lost or restored outside a pass
     };
@@ -52,7 +53,7 @@ private:
     bool waitForEvents();
     int prepareWait();
     void noteReadable(std::uint64_t tag);
-    bool collectChanges();
+    bool collectChanges(GPIOBankTable::Attention& attention);
     GPIOBankWatch::Finding drain(Group& group) NVRHW_REQUIRES(m_Mutex);
     void callHandler();
 
